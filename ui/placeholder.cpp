@@ -1,0 +1,1 @@
+namespace quillet { int UiPlaceholder() { return 0; } }
