@@ -16,9 +16,9 @@ enum class UnitSource { Probe, Temperature, Fixed, ByModel };
 
 struct ModelInfo {
   int code;
-  const char* label;     // for 31 see ModelLabel: the edition picks the name
+  const char* label;     // for 31 see ModelLabel; empty for 16, whose probe row names it
   UnitSource unitSource;
-  const char* unit;      // for UnitSource::Fixed
+  const char* unit;      // for UnitSource::Fixed, else empty
   std::optional<double> rangeFactor;  // set when the header is decoded; empty: not set
 };
 
