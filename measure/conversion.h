@@ -10,7 +10,7 @@ namespace quillet {
 struct ConversionInputs {
   Number RangeFactor;    // per model, or the probe row's factor for model 16
   Number UseFahrenheit;  // 1 degF, 0 degC, anything else: neither
-  const ScaleTables* Scales = nullptr;
+  const ScaleTables* Scales = nullptr;  // none: every profile point counts as undefined
 };
 
 // N is the raw count (a real number in two-byte format), D the range input. Returns the
