@@ -78,6 +78,9 @@ class ByteTransport {
   virtual bool IsOpen() const = 0;
   virtual void SetLine(int baud, int dataBits, char parity, int stopBits) = 0;
   virtual void Write(const std::vector<std::uint8_t>& bytes) = 0;
+  // Lets the given time pass inside the present event while input keeps arriving into
+  // the receive buffer (through onBytes); nothing else runs meanwhile.
+  virtual void Settle(double seconds) = 0;
   // Called by the transport with each piece of input as it arrives.
   std::function<void(const std::uint8_t* data, std::size_t size)> onBytes;
   // Called when the device goes away while open (unplugged, removed).

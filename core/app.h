@@ -1,0 +1,77 @@
+#pragma once
+// The application: the state object, the views of its windows, the serial port layer
+// and the platform it runs on. Every event enters the logic through Dispatch.
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/platform.h"
+#include "core/state.h"
+#include "core/view_model.h"
+#include "link/comm_port.h"
+
+namespace quillet {
+
+struct Platform {
+  UserInterface& ui;
+  Clock& clock;
+  TimerService& timers;
+  EventPoster& poster;
+  ByteTransport& transport;
+  FilePlaces places;
+};
+
+// Thrown to end the program at once from deep inside an event; Dispatch turns it into
+// the platform's end.
+struct ProgramEnd {
+  int exitCode = 0;
+};
+
+struct App;
+
+// Posts work as an event of its own, entering through Dispatch.
+class DispatchingPoster : public EventPoster {
+ public:
+  explicit DispatchingPoster(App& app) : app_(app) {}
+  void Post(std::function<void()> work) override;
+
+ private:
+  App& app_;
+};
+
+struct App {
+  explicit App(Platform& platform);
+  App(const App&) = delete;
+  App& operator=(const App&) = delete;
+
+  Platform& p;
+  State s;
+  Views v;
+  DispatchingPoster poster;
+  CommPort port;
+  int dispatchDepth = 0;
+  bool ended = false;
+  int exitCode = 0;
+};
+
+// Runs one event: a fault nobody handled ends the present action; a fatal fault shows
+// the platform's run-time error report and ends the program. Views are mirrored after.
+void Dispatch(App& app, const std::function<void()>& action);
+
+// Ends the program at once from anywhere inside an event (nothing is saved).
+[[noreturn]] void EndProgramAtOnce(int exitCode);
+
+// The present date-time of the platform.
+DateTime Now(const App& app);
+
+// Language string n of the selected language (fault 9 outside the table).
+const std::string& LanguageText(const App& app, int n);
+
+// Shows a message box; the answer comes back.
+MsgAnswer MessageBox(App& app, const std::string& text, const std::string& title, MsgButtons buttons,
+                     MsgIcon icon, int defaultButton = 1);
+
+// Runs a dialog's opening logic and shows it modally until its logic hides it.
+void ShowModal(App& app, DialogId dialog);
+
+}  // namespace quillet

@@ -1,0 +1,18 @@
+#include "core/dialogs.h"
+
+#include "core/app.h"
+#include "core/language.h"
+#include "link/link_supervision.h"
+
+namespace quillet {
+
+void OpenDialog(App& app, DialogId dialog) {
+  switch (dialog) {
+    case DialogId::frmPort: OpenFrmPort(app); break;
+    case DialogId::langfrm: OpenLangfrm(app); break;
+    case DialogId::about2: OpenAbout2(app); break;
+    default: break;
+  }
+}
+
+}  // namespace quillet

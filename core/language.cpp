@@ -1,0 +1,215 @@
+#include "core/language.h"
+
+#include "core/app.h"
+#include "core/formatting.h"
+#include "core/int16.h"
+#include "core/text_file.h"
+
+namespace quillet {
+
+namespace {
+
+const char* const kVersion = "Version 6.20";
+const char* const kCompany = "Vorrel Meters, Inc.";
+const char* const kLegalNotice =
+    "This program is protected by copyright law. Unauthorized copying or distribution of this "
+    "program, or any part of it, is not permitted.";
+
+bool LanguageChosen(const App& app) {
+  const Number& li = app.s.settings.LanguageIndex;
+  return li.Value() >= 1 && li.Value() <= 8;
+}
+
+}  // namespace
+
+void LoadLanguageTable(App& app) {
+  LanguageData& L = app.s.lang;
+  TextReader in = TextReader::Open(app.p.places.programDir + "/loglang.txt");
+  L.LanguageCount = ToInt16(LeadingNumber(in.ReadText()));
+  const double strings = LeadingNumber(in.ReadText());
+  for (int i = 1; i <= L.LanguageCount; ++i) L.LanguageName[i] = in.ReadText();
+  for (int i = 1; i <= L.LanguageCount; ++i) L.LanguageHelpFile[i] = in.ReadText();
+  for (int n = 1; n <= strings; ++n) {
+    for (int i = 1; i <= L.LanguageCount; ++i) L.LanguageTable[i][n] = in.ReadText();
+  }
+}
+
+void ApplyLanguage(App& app) {
+  auto t = [&app](int n) { return LanguageText(app, n); };
+  Log1View& w = app.v.log1;
+  w.Label5.caption = t(17);
+  w.Label11.caption = t(18);
+  w.Label23.caption = t(19);
+  w.Label24.caption = t(19);
+  w.mnuFile.caption = t(20);
+  w.mnuSaveTXT.caption = t(21);
+  w.mnuOpen.caption = t(22);
+  w.mnuPGraph.caption = t(23);
+  w.mnuPData.caption = t(24);
+  w.mnuGClip.caption = t(25);
+  w.mnuScaling.caption = t(26);
+  w.mnu420sca.caption = t(27);
+  w.mnu100sca.caption = t(28);
+  w.mnu10sca.caption = t(29);
+  w.mnuExit.caption = t(30);
+  w.mnuSetTime.caption = t(31);
+  w.mnuDownload.caption = t(32);
+  w.mnuPort.caption = t(33);
+  w.mnuFunc.caption = t(34);
+  w.mnudegF.caption = t(35);
+  w.mnudegC.caption = t(36);
+  w.mnuScale.caption = t(37);
+  w.mnuDate.caption = t(38);
+  w.mnuUsa.caption = t(39);
+  w.mnuEur.caption = t(40);
+  w.mnuHelp.caption = t(41);
+  w.mnuHelpCont.caption = t(42);
+  w.mnuHelpIndex.caption = t(43);
+  w.mnuHelpAbout.caption = t(44);
+  w.Frame2.caption = t(45);
+  w.Label33.caption = t(46);
+  w.Label32.caption = t(47);
+  w.Label27.caption = t(48);
+  w.Command2.caption = t(49);
+  w.Command3.caption = t(50);
+  w.Command1.caption = t(51);
+  w.mnuLang.caption = t(141);
+
+  FrmPortView& port = app.v.frmPort;
+  port.Label1.caption = t(91);
+  port.caption = t(92);
+  port.Option5.caption = t(142);
+  port.Command1.caption = t(120);
+  port.Command2.caption = t(119);
+
+  LangfrmView& lang = app.v.langfrm;
+  lang.caption = t(141);
+  lang.Command1.caption = t(120);
+  lang.Command2.caption = t(119);
+
+  app.v.about2.caption = t(44);
+  app.v.about2.Command1.caption = t(120);
+  FillEditionTexts(app);
+
+  app.s.lang.CurrentHelpFile = app.s.lang.LanguageHelpFile.at(app.s.settings.LanguageIndex.Value());
+  if (app.s.link.LoggerSeen == 1) {
+    app.s.panel.PanelSerial = app.s.logger.LoggerSerial;
+    w.Frame1.caption = t(151) + StrOfNumber(app.s.panel.PanelSerial) + t(152);
+  }
+}
+
+void OpenLangfrm(App& app) {
+  LangfrmView& d = app.v.langfrm;
+  const LanguageData& L = app.s.lang;
+  d.oldIndex = app.s.settings.LanguageIndex.Value();
+  d.oldIndexEmpty = app.s.settings.LanguageIndex.IsEmpty();
+  d.caption = LanguageText(app, 141);
+  for (int i = 1; i <= 8; ++i) d.Option(i).visible = false;
+  // Options 1 and 2 always show; then one more per language, stopping after option k
+  // when the count is k (2..7). Any other count shows all eight.
+  for (int k = 1; k <= 8; ++k) {
+    d.Option(k).caption = L.LanguageName[k];
+    d.Option(k).visible = true;
+    if (k >= 2 && k <= 7 && L.LanguageCount == k) break;
+  }
+  for (int i = 1; i <= 8; ++i) d.Option(i).checked = app.s.settings.LanguageIndex.Value() == i;
+  d.Command1.caption = LanguageText(app, 120);
+  d.Command2.caption = LanguageText(app, 119);
+  d.Command2.visible = LanguageChosen(app);
+  d.visible = true;
+}
+
+void LangfrmChoose(App& app, int option) {
+  for (int i = 1; i <= 8; ++i) app.v.langfrm.Option(i).checked = (i == option);
+}
+
+void LangfrmOk(App& app) {
+  LangfrmView& d = app.v.langfrm;
+  for (int i = 1; i <= 8; ++i) {
+    if (d.Option(i).checked && d.Option(i).visible) app.s.settings.LanguageIndex = i;
+  }
+  if (LanguageChosen(app)) d.visible = false;
+}
+
+void LangfrmCancel(App& app) {
+  LangfrmView& d = app.v.langfrm;
+  app.s.settings.LanguageIndex = d.oldIndexEmpty ? Number() : Number(d.oldIndex);
+  d.visible = false;
+}
+
+void FillEditionTexts(App& app) {
+  About2View& a = app.v.about2;
+  Log1View& w = app.v.log1;
+  const int edition = app.s.EditionFlag;
+  auto lang1 = [&app](int n) -> std::string { return app.s.lang.LanguageTable[1][n]; };
+  auto selected = [&app](int n) -> std::string { return LanguageText(app, n); };
+  a.Label8.caption = kLegalNotice;
+  if (edition == 1 || edition == 2) {
+    auto src = edition == 1 ? std::function<std::string(int)>(lang1) : std::function<std::string(int)>(selected);
+    a.Label1.caption = src(1);
+    a.Label10.caption = src(3);
+    a.Label3.caption = src(4);
+    a.Label4.caption = src(5);
+    a.Label5.caption = src(6);
+    a.Label6.caption = src(7);
+    a.Label7.caption = src(8);
+    if (edition == 1) {
+      a.Label2.caption = kVersion;
+      a.Label9.caption = kCompany;
+      if (a.Label11.caption.empty()) a.Label11.caption = "Desktop companion for serial data loggers";
+    } else {
+      a.Label11.caption = selected(9);
+      a.Label2.caption = "Version 6.20EU";
+      a.Label9.caption = selected(11);
+      w.caption = selected(1);
+      w.Label8.caption = selected(68);
+      w.Label28.caption = selected(68);
+    }
+  } else if (edition == 3) {
+    a.Label1.caption = "Brindlet Software";
+    a.Label10.caption = "Halvane Systems, Inc.";
+    a.Label3.caption = "Halvane Systems, Inc.";
+    a.Label4.caption = "400 Quarry Road";
+    a.Label5.caption = "Millbeck, OR 97000";
+    a.Label6.caption = "Telephone (555) 010-4400";
+    a.Label7.caption = "Fax (555) 010-4401";
+    a.Label2.caption = kVersion;
+    a.Label9.caption = kCompany;
+    w.caption = "Brindlet Software";
+    w.Label8.caption = "";
+    w.Label28.caption = "";
+  } else if (edition == 4) {
+    a.Label1.caption = "Datalogger Software";
+    a.Label10.caption = "Tarrow Engineering, Inc.";
+    a.Label3.caption = "Tarrow Engineering, Inc.";
+    a.Label4.caption = "18 Foundry Lane";
+    a.Label5.caption = "Easton Vale, PA 19000";
+    a.Label6.caption = "Telephone (555) 010-7700";
+    a.Label7.caption = "Fax (555) 010-7701";
+    a.Label2.caption = kVersion;
+    a.Label9.caption = kCompany;
+    w.caption = "Datalogger Software";
+    w.Label8.caption = "ZQ-KT Datalogger";
+    w.Label28.caption = "ZQ-KT";
+  }
+}
+
+void OpenAbout2(App& app) {
+  FillEditionTexts(app);
+  app.v.about2.caption = LanguageText(app, 44);
+  app.v.about2.Command1.caption = LanguageText(app, 120);
+  app.v.about2.visible = true;
+}
+
+void About2Close(App& app) { app.v.about2.visible = false; }
+
+void MnuLang(App& app) {
+  ShowModal(app, DialogId::langfrm);
+  ApplyLanguage(app);
+}
+
+void MnuHelpCont(App& app) { app.p.ui.ShowHelp(app.s.lang.CurrentHelpFile, HelpCommand::Contents); }
+void MnuHelpIndex(App& app) { app.p.ui.ShowHelp(app.s.lang.CurrentHelpFile, HelpCommand::KeywordSearch); }
+void MnuHelpAbout(App& app) { ShowModal(app, DialogId::about2); }
+
+}  // namespace quillet

@@ -1,0 +1,108 @@
+#pragma once
+// Views of the state: each control the logic touches is a small record that the
+// handlers write and the Qt shell mirrors into its widget after every event.
+#include <string>
+
+namespace quillet {
+
+// Colours are kept as the platform keeps them: blue, green, red from the high byte.
+constexpr int Rgb(int r, int g, int b) { return (b << 16) | (g << 8) | r; }
+constexpr int kDefaultColor = -1;
+constexpr int kYellow = Rgb(255, 255, 0);
+constexpr int kGreen = Rgb(0, 255, 0);
+
+struct Control {
+  std::string caption;
+  bool visible = true;
+  bool enabled = true;
+  bool checked = false;
+  int foreColor = kDefaultColor;
+  double value = 0;  // progress bars
+};
+
+// Controls of the main window, by the names the logic uses.
+#define QUILLET_LOG1_CONTROLS(X)                                                          \
+  X(Picture1) X(Picture2) X(Picture3) X(Picture4) X(Picture5) X(Picture6) X(Shape1)     \
+  X(Frame1) X(Frame2) X(Label1) X(Label2) X(Label3) X(Label4) X(Label5) X(Label6)       \
+  X(Label7) X(Label8) X(Label9) X(Label10) X(Label11) X(Label12) X(Label13) X(Label14)  \
+  X(Label15) X(Label16) X(Label17) X(Label18) X(Label19) X(Label21) X(Label22)          \
+  X(Label23) X(Label24) X(Label25) X(Label26) X(Label27) X(Label28) X(Label29)          \
+  X(Label30) X(Label31) X(Label32) X(Label33) X(Label34) X(Label35) X(Label40)          \
+  X(ProgressBar1) X(Command1) X(Command2) X(Command3) X(Command5) X(Command6)
+
+// Menu entries of the main window in menu-bar order.
+#define QUILLET_LOG1_MENUS(X)                                                             \
+  X(mnuFile) X(mnuSaveTXT) X(mnuOpen) X(mnuPGraph) X(mnuPData) X(mnuGClip) X(mnuScaling) \
+  X(mnu420sca) X(mnu100sca) X(mnu10sca) X(mnuLang) X(mnuExit) X(mnuSetTime)              \
+  X(mnuDownload) X(mnuPort) X(mnuFunc) X(mnudegF) X(mnudegC) X(func01) X(func02)         \
+  X(func03) X(mnuScale) X(mnuDate) X(mnuUsa) X(mnuEur) X(mnuHelp) X(mnuHelpCont)         \
+  X(mnuHelpIndex) X(mnuHelpAbout)
+
+#define QUILLET_DECLARE_CONTROL(name) Control name;
+#define QUILLET_VISIT_CONTROL(name) f(#name, name);
+
+struct Log1View {
+  QUILLET_LOG1_CONTROLS(QUILLET_DECLARE_CONTROL)
+  QUILLET_LOG1_MENUS(QUILLET_DECLARE_CONTROL)
+  std::string caption;   // window title
+  bool busy = false;     // hourglass pointer
+  bool shown = false;
+
+  template <typename F>
+  void ForEach(F&& f) {
+    QUILLET_LOG1_CONTROLS(QUILLET_VISIT_CONTROL)
+    QUILLET_LOG1_MENUS(QUILLET_VISIT_CONTROL)
+  }
+};
+
+struct FrmPortView {
+  std::string caption;
+  bool visible = false;
+  Control Label1, Option1, Option2, Option3, Option4, Option5, Command1, Command2;
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Label1", Label1); f("Option1", Option1); f("Option2", Option2); f("Option3", Option3);
+    f("Option4", Option4); f("Option5", Option5); f("Command1", Command1); f("Command2", Command2);
+  }
+};
+
+struct LangfrmView {
+  std::string caption;
+  bool visible = false;
+  Control Frame1, Option1, Option2, Option3, Option4, Option5, Option6, Option7, Option8;
+  Control Command1, Command2;
+  double oldIndex = 0;  // LanguageIndex when the dialog opened; the empty number counts as 0
+  bool oldIndexEmpty = true;
+  Control& Option(int n) {
+    Control* o[] = {&Option1, &Option2, &Option3, &Option4, &Option5, &Option6, &Option7, &Option8};
+    return *o[n - 1];
+  }
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Frame1", Frame1);
+    for (int i = 1; i <= 8; ++i) f(("Option" + std::to_string(i)).c_str(), Option(i));
+    f("Command1", Command1); f("Command2", Command2);
+  }
+};
+
+struct About2View {
+  std::string caption;
+  bool visible = false;
+  Control Label1, Label2, Label3, Label4, Label5, Label6, Label7, Label8, Label9, Label10, Label11;
+  Control Command1;
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Label1", Label1); f("Label2", Label2); f("Label3", Label3); f("Label4", Label4);
+    f("Label5", Label5); f("Label6", Label6); f("Label7", Label7); f("Label8", Label8);
+    f("Label9", Label9); f("Label10", Label10); f("Label11", Label11); f("Command1", Command1);
+  }
+};
+
+struct Views {
+  Log1View log1;
+  FrmPortView frmPort;
+  LangfrmView langfrm;
+  About2View about2;
+};
+
+}  // namespace quillet

@@ -1,0 +1,109 @@
+#include "measure/record_decoding.h"
+
+#include <cmath>
+
+#include "core/app.h"
+#include "core/fault.h"
+#include "core/int16.h"
+#include "measure/conversion.h"
+
+namespace quillet {
+
+namespace {
+
+// The code of the character at a 1-based position; past the end the text is empty, and
+// the code of an empty text is a run-time fault.
+double CodeAt(const std::string& text, double position) {
+  const double p = std::nearbyint(position);  // ties to even
+  if (!(p >= 1) || p > static_cast<double>(text.size())) throw Fault(kFaultIllegalCall, "position past the block");
+  return static_cast<unsigned char>(text[static_cast<std::size_t>(p) - 1]);
+}
+
+}  // namespace
+
+void DecodeRecord(App& app) {
+  State& st = app.s;
+  SampleRecord& r = st.record;
+  const double M = r.RecordMemorySize;
+  const double H = r.RecordHalfFills;
+  const ConversionInputs inputs{st.logger.RangeFactor, st.settings.UseFahrenheit, &st.scales};
+
+  r.RecordSampleCount = r.FullSampleCount;
+  double t = r.RecordLastTime;
+  double f = r.RecordFillPosition;
+  double h = H;
+  int k = 0;
+  double s = r.RecordStoredSamples;
+  if (s < 1) {
+    st.GraphZoomed = 0;
+    return;
+  }
+  for (;;) {
+    const double A = f + (M / 2) * h;
+    while (r.RecordRangeMarks[k + 1] > A) ++k;
+    const double D = std::pow(2.0, k) * r.RecordScaleByte;
+    double p = s;
+    if (H > 1 && s > 1) {
+      const double q = Divide(std::pow(2.0, H - 1) * (s - 1) - 1, M - 1);
+      p = (q - Int(q)) * (M - 1) + 2;
+    }
+    double raw = 0;
+    if (st.logger.RecordReplyFormat == 1) {
+      raw = CodeAt(r.BlockData, p);
+    } else if (st.logger.RecordReplyFormat == 2) {
+      const double hi = CodeAt(r.BlockData, 2 * p);
+      const double lo = CodeAt(r.BlockData, 2 * p - 1);
+      raw = hi * 16 + lo / 16 - 2048;
+    }
+    st.logger.RawValue = raw;
+    const Number value = ConvertRawToValue(raw, st.logger.ModelCode, D, inputs);
+    r.FullValues.at(s) = value;
+    r.ShownValues.at(s) = value;
+    r.FullTimes.at(s) = t;
+    r.ShownTimes.at(s) = t;
+    t -= r.RecordInterval;
+    s -= 1;
+    if (s == 0) {
+      st.GraphZoomed = 0;
+      return;
+    }
+    if (f == 0) {
+      h -= 1;
+      if (h < 0) h = 0;
+    }
+    const double a = H == 0 ? 1 : H;
+    const double b = h == 0 ? 1 : h;
+    const double step = std::pow(2.0, a - b);
+    f = f > 0 ? f - step : M / 2 - step;
+    if (f < 0) f = 0;
+  }
+}
+
+void ShowModelMenus(App& app) {
+  Log1View& w = app.v.log1;
+  const double code = app.s.logger.ModelCode;
+  auto is = [code](std::initializer_list<int> codes) {
+    for (int c : codes) {
+      if (code == c) return true;
+    }
+    return false;
+  };
+  if (is({16})) {
+    w.mnuFunc.visible = true;
+    w.mnudegF.visible = w.mnudegC.visible = false;
+    w.mnuScale.visible = false;
+  } else if (is({17, 64, 65, 66})) {
+    w.mnuFunc.visible = true;
+    w.func01.visible = w.func02.visible = w.func03.visible = false;
+    w.mnudegF.visible = w.mnudegC.visible = true;
+    w.mnuScale.visible = false;
+  } else if (is({18, 19, 24, 25, 26, 27, 28, 30, 31})) {
+    w.mnuFunc.visible = false;
+    w.mnuScale.visible = false;
+  } else if (is({20, 21, 22, 23, 29, 32})) {
+    w.mnuFunc.visible = false;
+    w.mnuScale.visible = true;
+  }
+}
+
+}  // namespace quillet

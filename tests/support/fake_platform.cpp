@@ -1,0 +1,215 @@
+#include "support/fake_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "core/fault.h"
+#include "core/language.h"
+#include "core/startup.h"
+#include "link/link_supervision.h"
+
+namespace quillet::testing {
+
+void VirtualScheduler::At(double ms, std::function<void()> fn) { events_.push_back({ms, seq_++, std::move(fn)}); }
+
+void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
+  auto shared = std::make_shared<std::function<void()>>(std::move(fn));
+  auto tick = std::make_shared<std::function<void(double)>>();
+  *tick = [this, intervalMs, shared, weak = std::weak_ptr<std::function<void(double)>>(tick)](double at) {
+    auto self = weak.lock();
+    At(at + intervalMs, [self, at, intervalMs] { (*self)(at + intervalMs); });
+    (*shared)();
+  };
+  const double first = now_ + intervalMs;
+  At(first, [tick, first] { (*tick)(first); });
+}
+
+bool VirtualScheduler::PopDue(double limit, Event& out) {
+  auto best = events_.end();
+  for (auto it = events_.begin(); it != events_.end(); ++it) {
+    if (it->at > limit) continue;
+    if (best == events_.end() || it->at < best->at || (it->at == best->at && it->seq < best->seq)) best = it;
+  }
+  if (best == events_.end()) return false;
+  out = std::move(*best);
+  events_.erase(best);
+  return true;
+}
+
+void VirtualScheduler::RunFor(double ms) { RunUntil(now_ + ms); }
+
+void VirtualScheduler::RunUntil(double ms) {
+  Event e;
+  while (PopDue(ms, e)) {
+    if (e.at > now_) now_ = e.at;
+    e.fn();
+  }
+  if (ms > now_) now_ = ms;
+}
+
+void FakeTimers::StartTimer(const std::string& name, int intervalMs, std::function<void()> action) {
+  intervals[name] = intervalMs;
+  s_.Every(intervalMs, std::move(action));
+}
+
+void FakeTransport::Open(int portNumber) {
+  auto f = openFaults.find(portNumber);
+  if (f != openFaults.end()) throw Fault(f->second);
+  open_ = true;
+  openPort_ = portNumber;
+  opened.push_back(portNumber);
+}
+
+void FakeTransport::Close() {
+  open_ = false;
+  pending_.clear();
+}
+
+void FakeTransport::SetLine(int b, int, char, int stop) {
+  baud = b;
+  stopBits = stop;
+}
+
+void FakeTransport::Write(const std::vector<std::uint8_t>& bytes) {
+  const std::string text(bytes.begin(), bytes.end());
+  written.push_back({s_.now_ms(), baud, stopBits, text});
+  if (!peer) return;
+  for (const TimedReply& r : peer(text, s_.now_ms() / 1000.0, baud, stopBits)) {
+    const std::uint64_t id = nextId_++;
+    pending_[id] = {r.atSeconds * 1000.0, r.byte};
+    s_.At(r.atSeconds * 1000.0, [this, id] { Deliver(id); });
+  }
+}
+
+void FakeTransport::Inject(double atMs, const std::string& bytes) {
+  for (char c : bytes) {
+    const std::uint64_t id = nextId_++;
+    pending_[id] = {atMs, static_cast<std::uint8_t>(c)};
+    s_.At(atMs, [this, id] { Deliver(id); });
+  }
+}
+
+void FakeTransport::Deliver(std::uint64_t id) {
+  auto it = pending_.find(id);
+  if (it == pending_.end()) return;
+  const std::uint8_t b = it->second.second;
+  pending_.erase(it);
+  if (open_ && onBytes) onBytes(&b, 1);
+}
+
+void FakeTransport::Settle(double seconds) {
+  const double limit = s_.now_ms() + seconds * 1000.0;
+  std::vector<std::uint64_t> due;
+  for (auto& [id, p] : pending_) {
+    if (p.first <= limit) due.push_back(id);
+  }
+  for (std::uint64_t id : due) Deliver(id);
+}
+
+MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
+  messages.push_back(request);
+  if (answer) return answer(request);
+  switch (request.buttons) {
+    case MsgButtons::Ok:
+    case MsgButtons::OkCancel: return MsgAnswer::Ok;
+    default: return MsgAnswer::Yes;
+  }
+}
+
+void ScriptedUi::ShowModal(DialogId dialog) {
+  modals.push_back(dialog);
+  if (onModal) {
+    onModal(dialog);
+  } else if (app) {
+    // By default the user takes the first language, and leaves the port dialog alone.
+    if (dialog == DialogId::langfrm) {
+      LangfrmChoose(*app, 1);
+      LangfrmOk(*app);
+    } else if (dialog == DialogId::frmPort) {
+      FrmPortCancel(*app);
+    } else if (dialog == DialogId::about2) {
+      About2Close(*app);
+    }
+  }
+  if (app) {
+    const bool stillOpen = (dialog == DialogId::langfrm && app->v.langfrm.visible) ||
+                           (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
+                           (dialog == DialogId::about2 && app->v.about2.visible);
+    if (stillOpen) ADD_FAILURE() << "a modal dialog was left open by the test's user";
+  }
+}
+
+namespace {
+std::string MakeTempDir() {
+  std::string tmpl = ::testing::TempDir() + "/quillet-XXXXXX";
+  std::vector<char> buf(tmpl.begin(), tmpl.end());
+  buf.push_back('\0');
+  const char* d = mkdtemp(buf.data());
+  if (!d) throw std::runtime_error("mkdtemp failed");
+  return d;
+}
+}  // namespace
+
+TestApp::TestApp(DateTime start)
+    : dir(MakeTempDir()), clock(sched, start), timers(sched), poster(sched), transport(sched) {
+  std::filesystem::create_directories(dir + "/prog");
+  platform.reset(new Platform{ui, clock, timers, poster, transport, FilePlaces{dir + "/prog", dir}});
+  app = std::make_unique<App>(*platform);
+  app->port.onComm = [a = app.get()] { OnSerialEvent(*a); };
+  ui.app = app.get();
+}
+
+TestApp::~TestApp() {
+  std::error_code ec;
+  std::filesystem::remove_all(dir, ec);
+}
+
+void TestApp::WriteFile(const std::string& name, const std::string& content, bool programDir) {
+  std::ofstream(programDir ? dir + "/prog/" + name : dir + "/" + name, std::ios::binary) << content;
+}
+
+std::string TestApp::ReadFile(const std::string& name) const {
+  std::ifstream in(dir + "/" + name, std::ios::binary);
+  std::ostringstream ss;
+  ss << in.rdbuf();
+  return ss.str();
+}
+
+bool TestApp::FileExists(const std::string& name) const { return std::filesystem::exists(dir + "/" + name); }
+
+void TestApp::Start() {
+  Dispatch(*app, [this] { StartProgram(*app); });
+}
+
+void TestApp::WriteTwoLanguageFile() {
+  std::ostringstream f;
+  f << "\"2\",\"200\"\n\"English\",\"Deutsch\"\n\"help/en.html\",\"help/de.html\"\n";
+  for (int n = 1; n <= 200; ++n) f << "\"en" << n << "\",\"de" << n << "\"\n";
+  WriteFile("loglang.txt", f.str(), true);
+}
+
+void TestApp::WriteSettings(int comPort, int language, int baud, int fahrenheit, int usDate) {
+  std::ostringstream f;
+  f << "\"[PORT etc]\"\n\"comm port =  " << comPort << "\"\n\"language =  " << language << "\"\n\"baud =  " << baud
+    << "\"\n\"Fahrenheit =  " << fahrenheit << "\"\n\"US Date Format =  " << usDate << "\"\n\"[probe data]\"\n";
+  for (int i = 1; i <= 11; ++i) f << ",,\"\",\"\"\n";
+  for (int i = 0; i <= 61; ++i) f << ",,,,,,,\n";
+  f << "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"\n";
+  WriteFile("logger1.ini", f.str());
+}
+
+std::vector<double> TestApp::RequestTimes(char letter) const {
+  std::vector<double> t;
+  for (const WrittenBytes& w : transport.written) {
+    if (w.bytes == std::string{'\0', letter}) t.push_back(w.atMs);
+  }
+  return t;
+}
+
+}  // namespace quillet::testing

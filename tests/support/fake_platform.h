@@ -1,0 +1,168 @@
+#pragma once
+// The platform for scenario tests: a virtual scheduler that fires timers and delivers
+// serial bytes in time order, a scripted user, and a transport whose far end is a
+// function (usually the emulator's firmware model).
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/app.h"
+#include "core/platform.h"
+
+namespace quillet::testing {
+
+class VirtualScheduler {
+ public:
+  double now_ms() const { return now_; }
+  void At(double ms, std::function<void()> fn);
+  void Every(double intervalMs, std::function<void()> fn);
+  // Runs every event due up to now + ms, in time order; events may nest calls to this.
+  void RunFor(double ms);
+  void RunUntil(double ms);
+  void RunReady() { RunUntil(now_); }
+
+ private:
+  struct Event {
+    double at;
+    long seq;
+    std::function<void()> fn;
+  };
+  bool PopDue(double limit, Event& out);
+  double now_ = 0;
+  long seq_ = 0;
+  std::vector<Event> events_;
+};
+
+class FakeClock : public Clock {
+ public:
+  explicit FakeClock(const VirtualScheduler& s, DateTime start) : s_(s), start_(start) {}
+  DateTime Now() const override { return start_ + s_.now_ms() / 86400000.0; }
+
+ private:
+  const VirtualScheduler& s_;
+  DateTime start_;
+};
+
+class FakeTimers : public TimerService {
+ public:
+  explicit FakeTimers(VirtualScheduler& s) : s_(s) {}
+  void StartTimer(const std::string& name, int intervalMs, std::function<void()> action) override;
+  std::map<std::string, int> intervals;
+
+ private:
+  VirtualScheduler& s_;
+};
+
+class FakePoster : public EventPoster {
+ public:
+  explicit FakePoster(VirtualScheduler& s) : s_(s) {}
+  void Post(std::function<void()> work) override { s_.At(s_.now_ms(), std::move(work)); }
+
+ private:
+  VirtualScheduler& s_;
+};
+
+struct TimedReply {
+  double atSeconds;
+  std::uint8_t byte;
+};
+
+struct WrittenBytes {
+  double atMs;
+  int baud;
+  int stopBits;
+  std::string bytes;
+};
+
+class FakeTransport : public ByteTransport {
+ public:
+  explicit FakeTransport(VirtualScheduler& s) : s_(s) {}
+  void Open(int portNumber) override;
+  void Close() override;
+  bool IsOpen() const override { return open_; }
+  void SetLine(int baud, int dataBits, char parity, int stopBits) override;
+  void Write(const std::vector<std::uint8_t>& bytes) override;
+  void Settle(double seconds) override;
+  std::string DeviceName(int portNumber) const override { return "/dev/fake" + std::to_string(portNumber); }
+
+  // The far end: given what was written, when, and at what line speed, the bytes it
+  // sends back with the times they have arrived (seconds on the scheduler's clock).
+  std::function<std::vector<TimedReply>(const std::string& bytes, double nowSeconds, int baud, int stopBits)> peer;
+  // Bytes that arrive unasked at a given time.
+  void Inject(double atMs, const std::string& bytes);
+
+  std::map<int, int> openFaults;  // port number -> fault raised by Open
+  std::vector<WrittenBytes> written;
+  std::vector<int> opened;
+  int baud = 0, stopBits = 0;
+
+ private:
+  void Deliver(std::uint64_t id);
+  VirtualScheduler& s_;
+  bool open_ = false;
+  int openPort_ = 0;
+  std::uint64_t nextId_ = 0;
+  std::map<std::uint64_t, std::pair<double, std::uint8_t>> pending_;
+};
+
+class ScriptedUi : public UserInterface {
+ public:
+  MsgAnswer Message(const MessageRequest& request) override;
+  void ShowModal(DialogId dialog) override;
+  void Refresh() override { ++refreshes; }
+  void Beep() override { ++beeps; }
+  void ShowHelp(const std::string& helpFile, HelpCommand command) override {
+    help.push_back({helpFile, command});
+  }
+  void FatalErrorReport(int faultNumber, const std::string& text) override {
+    fatal.push_back({faultNumber, text});
+  }
+  void EndProgramNow(int exitCode) override {
+    ended = true;
+    this->exitCode = exitCode;
+  }
+
+  std::vector<MessageRequest> messages;
+  std::function<MsgAnswer(const MessageRequest&)> answer;  // default: the first button
+  std::vector<DialogId> modals;
+  // What the user does in a modal dialog; must hide it. Default: see ShowModal.
+  std::function<void(DialogId)> onModal;
+  std::vector<std::pair<std::string, HelpCommand>> help;
+  std::vector<std::pair<int, std::string>> fatal;
+  int refreshes = 0, beeps = 0;
+  bool ended = false;
+  int exitCode = 0;
+  App* app = nullptr;
+};
+
+// A whole application on the fake platform, with its files in a fresh folder.
+struct TestApp {
+  explicit TestApp(DateTime start = 46347.5);  // 2026-11-21 12:00:00
+  ~TestApp();
+  void WriteFile(const std::string& name, const std::string& content, bool programDir = false);
+  std::string ReadFile(const std::string& name) const;
+  bool FileExists(const std::string& name) const;
+  void Start();  // StartProgram through the dispatcher
+  void Run(double ms) { sched.RunFor(ms); }
+  // Writes a language file of two languages whose strings read "en<n>" and "de<n>".
+  void WriteTwoLanguageFile();
+  // Writes logger1.ini with the given settings lines and everything else empty.
+  void WriteSettings(int comPort, int language, int baud, int fahrenheit, int usDate);
+  // "D" requests written at the given line speed, in order.
+  std::vector<double> RequestTimes(char letter) const;
+
+  std::string dir;
+  VirtualScheduler sched;
+  FakeClock clock;
+  FakeTimers timers;
+  FakePoster poster;
+  FakeTransport transport;
+  ScriptedUi ui;
+  std::unique_ptr<Platform> platform;
+  std::unique_ptr<App> app;
+};
+
+}  // namespace quillet::testing
