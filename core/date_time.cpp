@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "core/fault.h"
+
 namespace quillet {
 
 namespace {
@@ -31,6 +33,10 @@ void CivilFromDays(std::int64_t z, int& y, int& m, int& d) {
 
 const std::int64_t kEpochOffset = DaysFromCivil(1899, 12, 30);
 
+// The platform's date range: 0100-01-01 to 9999-12-31.
+constexpr double kFirstDay = -657434.0;
+constexpr double kDayAfterLast = 2958466.0;
+
 }  // namespace
 
 std::int64_t DaySerial(int year, int month, int day) {
@@ -52,7 +58,9 @@ DateTime MakeDateTime(const DateParts& p) {
 
 DateParts SplitDateTime(DateTime t) {
   // Work in whole seconds from the epoch, rounded, so 23:59:59.6 shows as the next day.
-  const double totalSeconds = std::nearbyint(t * kSecondsPerDay);
+  const double totalSeconds = std::round(t * kSecondsPerDay);
+  if (!(totalSeconds >= kFirstDay * kSecondsPerDay && totalSeconds < kDayAfterLast * kSecondsPerDay))
+    throw Fault(kFaultOverflow, "date out of range");
   std::int64_t secs = static_cast<std::int64_t>(totalSeconds);
   std::int64_t days = secs >= 0 ? secs / 86400 : -((-secs + 86399) / 86400);
   std::int64_t rest = secs - days * 86400;

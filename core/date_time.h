@@ -22,7 +22,9 @@ constexpr double kSecondsPerDay = 86400.0;
 std::int64_t DaySerial(int year, int month, int day);
 DateTime MakeDateTime(const DateParts& p);
 // Splits a date-time into its parts, the time of day rounded to the nearest second, as
-// the platform does when it shows a date.
+// the platform does when it shows a date. Before 1899-12-30 the count stays linear:
+// -0.25 is 1899-12-29 18:00. Outside the years 100 to 9999, or not a number at all, it
+// is Fault 6 (overflow).
 DateParts SplitDateTime(DateTime t);
 int DaysInMonth(int year, int month);
 
