@@ -37,7 +37,8 @@ TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
   EXPECT_EQ(lines[6], "\"[probe data]\"");
   EXPECT_EQ(lines[7], ",,\"\",\"\"");      // an unused probe entry
   EXPECT_EQ(lines[18], ",,,,,,,");         // scale row 0, table line, all cells empty
-  EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"");
+  // Unit rows 30 and 31 are the program's own, installed at every start.
+  EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"V rms\",\"A rms\",\"\"");
   EXPECT_FALSE(t.FileExists("logger1.ini.tmp~"));
 }
 
@@ -47,7 +48,7 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
        "\"US Date Format =  1\"\n\"[probe data]\"\n";
   for (int i = 1; i <= 11; ++i) f << 1000 + i << "," << 0.5 * i << ",\"A, rms\",\"Probe " << i << "\"\n";
   for (int i = 0; i <= 30; ++i) {
-    f << i << ",\"\",1.25," << 100 + i << ",,-" << i << ",7,\"\"\n";   // table line with carry columns
+    f << i << ",\"\",1.25," << 100 + i << ",,-" << i + 1 << ",7,\"\"\n";   // table line with carry columns
     f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";       // slope line
   }
   f << "\"mV, peak\",\"u21\",\"u22\",\"u23\",\"mA\",\"file30\",\"file31\",\"psi\"\n";

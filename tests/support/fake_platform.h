@@ -120,9 +120,9 @@ class ScriptedUi : public UserInterface {
   void FatalErrorReport(int faultNumber, const std::string& text) override {
     fatal.push_back({faultNumber, text});
   }
-  void EndProgramNow(int exitCode) override {
+  void EndProgramNow(int code) override {
     ended = true;
-    this->exitCode = exitCode;
+    exitCode = code;
   }
 
   std::vector<MessageRequest> messages;
