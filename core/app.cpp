@@ -1,11 +1,14 @@
 #include "core/app.h"
 
+#include "core/default_captions.h"
 #include "core/dialogs.h"
 #include "core/fault.h"
 
 namespace quillet {
 
-App::App(Platform& platform) : p(platform), poster(*this), port(platform.transport, poster) {}
+App::App(Platform& platform) : p(platform), poster(*this), port(platform.transport, poster) {
+  InstallDefaultCaptions(v);
+}
 
 void DispatchingPoster::Post(std::function<void()> work) {
   App& app = app_;

@@ -156,7 +156,6 @@ void FillEditionTexts(App& app) {
     if (edition == 1) {
       a.Label2.caption = kVersion;
       a.Label9.caption = kCompany;
-      if (a.Label11.caption.empty()) a.Label11.caption = "Desktop companion for serial data loggers";
     } else {
       a.Label11.caption = selected(9);
       a.Label2.caption = "Version 6.20EU";

@@ -159,7 +159,6 @@ void OpenFrmPort(App& app) {
     PortOption(app, n).checked = app.s.settings.ComPort == n;
   }
   d.Option5.checked = app.s.settings.ComPort == 0;
-  if (d.caption.empty()) d.caption = "PORT SELECTION";
   d.visible = true;
 }
 

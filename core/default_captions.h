@@ -1,0 +1,5 @@
+#pragma once
+namespace quillet {
+struct Views;
+void InstallDefaultCaptions(Views& v);
+}  // namespace quillet

@@ -1,0 +1,225 @@
+// The window program under the offscreen platform: start-up, captions, dialogs, help.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTimer>
+
+#include "core/app.h"
+#include "core/language.h"
+#include "core/startup.h"
+#include "link/link_supervision.h"
+#include "ui/dialogs.h"
+#include "ui/main_window.h"
+#include "ui/qt_platform.h"
+#include "ui/serial_transport.h"
+
+namespace quillet {
+namespace {
+
+// A window program with the shipped language and help files and a settings file in a
+// fresh folder; COM 1 points at a device that does not exist unless told otherwise.
+struct WindowProgram {
+  explicit WindowProgram(const QString& settings = QString()) {
+    if (!settings.isEmpty()) {
+      QFile f(dir.path() + "/logger1.ini");
+      f.open(QIODevice::WriteOnly);
+      f.write(settings.toUtf8());
+    }
+    qputenv("QUILLET_COM1", QByteArray(QUILLET_BIN_DIR "/no-such-device"));
+    platform = std::make_unique<Platform>(Platform{window, clock, timers, poster, transport,
+                                                   FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}});
+    app = std::make_unique<App>(*platform);
+    app->port.onComm = [a = app.get()] { OnSerialEvent(*a); };
+    window.Attach(*app);
+  }
+  void Start() {
+    Dispatch(*app, [this] { StartProgram(*app); });
+    window.Refresh();
+    window.show();
+  }
+  QTemporaryDir dir;
+  QtClock clock;
+  QtTimers timers;
+  QtPoster poster;
+  SerialTransport transport;
+  MainWindow window;
+  std::unique_ptr<Platform> platform;
+  std::unique_ptr<App> app;
+};
+
+QString SettingsText(int port, int language, int baud) {
+  QString s = QString("\"[PORT etc]\"\n\"comm port =  %1\"\n\"language =  %2\"\n\"baud =  %3\"\n"
+                      "\"Fahrenheit =  0\"\n\"US Date Format =  1\"\n\"[probe data]\"\n")
+                  .arg(port)
+                  .arg(language)
+                  .arg(baud);
+  for (int i = 1; i <= 11; ++i) s += ",,\"\",\"\"\n";
+  for (int i = 0; i <= 61; ++i) s += ",,,,,,,\n";
+  s += "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"\n";
+  return s;
+}
+
+TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguage) {
+  // The unavailable device brings a message and the port dialog: answer both.
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [] {
+    if (QWidget* w = QApplication::activeModalWidget()) {
+      if (auto* cancel = w->findChild<QPushButton*>("Command2")) {
+        cancel->click();
+      } else {
+        w->close();
+      }
+    }
+  });
+  answer.start(30);
+  WindowProgram p(SettingsText(1, 1, 1200));
+  p.Start();
+  answer.stop();
+  QMenuBar* bar = p.window.menuBar();
+  QStringList top;
+  for (QAction* a : bar->actions()) {
+    if (a->isVisible()) top << a->text();
+  }
+  EXPECT_EQ(top, (QStringList{"&File", "&Time Set", "&Download", "&Port", "Date Fr&mt", "&Help"}));
+  for (const char* name : {"mnuSaveTXT", "mnuOpen", "mnuPGraph", "mnuPData", "mnuGClip", "mnu420sca", "mnu100sca",
+                           "mnu10sca", "mnuLang", "mnuExit", "mnudegF", "mnudegC", "mnuUsa", "mnuEur", "mnuHelpCont",
+                           "mnuHelpIndex", "mnuHelpAbout"}) {
+    auto* a = p.window.findChild<QAction*>(name);
+    ASSERT_NE(a, nullptr) << name;
+    EXPECT_FALSE(a->text().isEmpty()) << name;
+  }
+  EXPECT_EQ(p.window.findChild<QAction*>("mnuSaveTXT")->text(), "Save As .TXT");
+  EXPECT_FALSE(p.window.findChild<QAction*>("mnuSaveTXT")->isEnabled());
+  EXPECT_TRUE(p.window.findChild<QAction*>("mnuUsa")->isChecked());
+  EXPECT_EQ(p.window.findChild<QGroupBox*>("Frame2")->title(), "Displayed Graph");
+  EXPECT_EQ(p.window.windowTitle(), QString::fromUtf8("Quillet\u00ae Software"));
+}
+
+TEST(MainWindow, ChangingTheLanguageRecaptionsMenusAndDialogsAtOnce) {
+  WindowProgram p(SettingsText(1, 1, 1200));
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [] {
+    if (QWidget* w = QApplication::activeModalWidget()) {
+      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
+    }
+  });
+  answer.start(30);
+  p.Start();
+  answer.stop();
+  QTimer::singleShot(50, [] {
+    QWidget* w = QApplication::activeModalWidget();
+    ASSERT_NE(w, nullptr);
+    w->findChild<QRadioButton*>("Option2")->click();
+    w->findChild<QPushButton*>("Command1")->click();
+  });
+  p.window.findChild<QAction*>("mnuLang")->trigger();
+  EXPECT_EQ(p.app->s.settings.LanguageIndex.Value(), 2);
+  EXPECT_EQ(p.window.menuBar()->actions().first()->text(), QString::fromStdString(p.app->s.lang.LanguageTable[2][20]));
+  EXPECT_NE(p.window.menuBar()->actions().first()->text(), "&File");
+  auto* port = p.window.Dialog(DialogId::frmPort);
+  EXPECT_EQ(port->findChild<QPushButton*>("Command2")->text(),
+            QString::fromStdString(p.app->s.lang.LanguageTable[2][119]));
+}
+
+TEST(MainWindow, TheAboutBoxStaysInTheFirstLanguageButItsButtonFollowsTheSelection) {
+  WindowProgram p(SettingsText(1, 2, 1200));
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [] {
+    if (QWidget* w = QApplication::activeModalWidget()) {
+      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
+    }
+  });
+  answer.start(30);
+  p.Start();
+  answer.stop();
+  QString title, button;
+  QTimer::singleShot(50, [&] {
+    QWidget* w = QApplication::activeModalWidget();
+    ASSERT_NE(w, nullptr);
+    title = w->findChild<QLabel*>("Label1")->text();
+    button = w->findChild<QPushButton*>("Command1")->text();
+    w->findChild<QPushButton*>("Command1")->click();
+  });
+  p.window.findChild<QAction*>("mnuHelpAbout")->trigger();
+  EXPECT_EQ(title, QString::fromStdString(p.app->s.lang.LanguageTable[1][1]));
+  EXPECT_EQ(button, QString::fromStdString(p.app->s.lang.LanguageTable[2][120]));
+  EXPECT_FALSE(p.app->v.about2.visible);
+}
+
+TEST(MainWindow, HelpOpensTheLanguagesFileAtItsContentsOrWithTheKeywordSearch) {
+  WindowProgram p(SettingsText(1, 1, 1200));
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [] {
+    if (QWidget* w = QApplication::activeModalWidget()) {
+      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
+    }
+  });
+  answer.start(30);
+  p.Start();
+  answer.stop();
+  p.window.findChild<QAction*>("mnuHelpCont")->trigger();
+  HelpWindow* help = p.window.Help();
+  ASSERT_TRUE(help->isVisible());
+  EXPECT_TRUE(help->CurrentFile().endsWith("quillet-en.html"));
+  auto* keywords = help->findChild<QListWidget*>("helpKeywords");
+  EXPECT_GT(keywords->count(), 10);
+  p.window.findChild<QAction*>("mnuHelpIndex")->trigger();
+  auto* search = help->findChild<QLineEdit*>("helpSearch");
+  search->setText("download");
+  int shown = 0;
+  for (int i = 0; i < keywords->count(); ++i) shown += keywords->item(i)->isHidden() ? 0 : 1;
+  EXPECT_GE(shown, 1);
+  EXPECT_LT(shown, keywords->count());
+}
+
+TEST(MainWindow, FirstStartWithNoSettingsAsksForALanguageWithOkAndNoCancel) {
+  WindowProgram p;
+  bool cancelShown = true, stayedOpen = false;
+  QTimer::singleShot(50, [&] {
+    QWidget* w = QApplication::activeModalWidget();
+    if (!w) return;
+    if (w->objectName() != "langfrm") {  // the port message comes first
+      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
+    }
+  });
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    QWidget* w = QApplication::activeModalWidget();
+    if (!w) return;
+    if (w->objectName() == "langfrm") {
+      cancelShown = w->findChild<QPushButton*>("Command2")->isVisible();
+      if (!stayedOpen) {
+        w->findChild<QPushButton*>("Command1")->click();  // no choice yet: stays open
+        stayedOpen = w->isVisible();
+        return;
+      }
+      w->findChild<QRadioButton*>("Option1")->click();
+      w->findChild<QPushButton*>("Command1")->click();
+    } else if (auto* cancel = w->findChild<QPushButton*>("Command2")) {
+      cancel->click();
+    } else {
+      w->close();
+    }
+  });
+  poll.start(40);
+  p.Start();
+  poll.stop();
+  EXPECT_FALSE(cancelShown);
+  EXPECT_TRUE(stayedOpen);
+  EXPECT_EQ(p.app->s.settings.LanguageIndex.Value(), 1);
+}
+
+}  // namespace
+}  // namespace quillet

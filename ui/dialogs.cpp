@@ -1,0 +1,265 @@
+#include "ui/dialogs.h"
+
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QSplitter>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+#include "core/app.h"
+#include "core/language.h"
+#include "link/link_supervision.h"
+#include "ui/mirror.h"
+
+namespace quillet {
+
+namespace {
+Mirror& DialogMirror() {
+  static Mirror m;
+  return m;
+}
+
+QPushButton* Button(QWidget* parent, const char* name) {
+  auto* b = new QPushButton(parent);
+  b->setObjectName(name);
+  b->setAutoDefault(false);
+  return b;
+}
+}  // namespace
+
+ShellDialog::ShellDialog(App& app, QWidget* parent) : QDialog(parent), app_(app) { setModal(true); }
+
+void ShellDialog::Run(const std::function<void()>& action) { Dispatch(app_, action); }
+
+void ShellDialog::reject() { CloseBox(); }
+
+// ---- frmPort --------------------------------------------------------------------------
+
+PortDialog::PortDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
+  setObjectName("frmPort");
+  auto* layout = new QVBoxLayout(this);
+  auto* text = new QLabel(this);
+  text->setObjectName("Label1");
+  text->setWordWrap(true);
+  layout->addWidget(text);
+  auto* grid = new QVBoxLayout;
+  for (int n = 1; n <= 5; ++n) {
+    auto* row = new QHBoxLayout;
+    auto* option = new QRadioButton(this);
+    option->setObjectName(QString("Option%1").arg(n));
+    row->addWidget(option);
+    if (n <= 4) {
+      devices_[n - 1] = new QLabel(this);
+      devices_[n - 1]->setEnabled(false);
+      row->addWidget(devices_[n - 1]);
+    }
+    row->addStretch();
+    grid->addLayout(row);
+    connect(option, &QRadioButton::clicked, this, [this, n] { Run([this, n] { FrmPortChoose(app_, n); }); });
+  }
+  layout->addLayout(grid);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  auto* ok = Button(this, "Command1");
+  auto* cancel = Button(this, "Command2");
+  ok->setDefault(true);
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  layout->addLayout(buttons);
+  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { ChoosePort(app_); }); });
+  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { FrmPortCancel(app_); }); });
+  setMinimumWidth(380);
+}
+
+bool PortDialog::LogicVisible() const { return app_.v.frmPort.visible; }
+
+void PortDialog::MirrorView() {
+  setWindowTitle(QString::fromStdString(app_.v.frmPort.caption));
+  DialogMirror().ApplyAll(this, app_.v.frmPort);
+}
+
+void PortDialog::Opening() {
+  // Which device each choice means here, looked up afresh at each opening.
+  for (int n = 1; n <= 4; ++n) {
+    const std::string device = app_.p.transport.DeviceName(n);
+    devices_[n - 1]->setText(device.empty() ? tr("(no device)") : QString::fromStdString(device));
+  }
+}
+
+void PortDialog::CloseBox() { Run([this] { FrmPortCancel(app_); }); }
+
+// ---- langfrm --------------------------------------------------------------------------
+
+LanguageDialog::LanguageDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
+  setObjectName("langfrm");
+  auto* layout = new QVBoxLayout(this);
+  auto* frame = new QGroupBox(this);
+  frame->setObjectName("Frame1");
+  auto* options = new QVBoxLayout(frame);
+  for (int n = 1; n <= 8; ++n) {
+    auto* option = new QRadioButton(frame);
+    option->setObjectName(QString("Option%1").arg(n));
+    options->addWidget(option);
+    connect(option, &QRadioButton::clicked, this, [this, n] { Run([this, n] { LangfrmChoose(app_, n); }); });
+  }
+  layout->addWidget(frame);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  auto* ok = Button(this, "Command1");
+  auto* cancel = Button(this, "Command2");
+  ok->setDefault(true);
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  layout->addLayout(buttons);
+  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { LangfrmOk(app_); }); });
+  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { LangfrmCancel(app_); }); });
+  setMinimumWidth(280);
+}
+
+bool LanguageDialog::LogicVisible() const { return app_.v.langfrm.visible; }
+
+void LanguageDialog::MirrorView() {
+  setWindowTitle(QString::fromStdString(app_.v.langfrm.caption));
+  DialogMirror().ApplyAll(this, app_.v.langfrm);
+}
+
+void LanguageDialog::CloseBox() {
+  // With nothing to go back to, the dialog stays until a language is chosen.
+  if (app_.v.langfrm.Command2.visible) Run([this] { LangfrmCancel(app_); });
+}
+
+// ---- about2 ---------------------------------------------------------------------------
+
+AboutDialog::AboutDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
+  setObjectName("about2");
+  auto* layout = new QVBoxLayout(this);
+  auto addLabel = [this, layout](const char* name, int pointDelta, bool bold) {
+    auto* l = new QLabel(this);
+    l->setObjectName(name);
+    l->setWordWrap(true);
+    QFont f = l->font();
+    f.setPointSizeF(f.pointSizeF() + pointDelta);
+    f.setBold(bold);
+    l->setFont(f);
+    layout->addWidget(l);
+    return l;
+  };
+  addLabel("Label1", 4, true);
+  addLabel("Label2", 0, false);
+  addLabel("Label10", 0, true);
+  for (const char* n : {"Label3", "Label4", "Label5", "Label6", "Label7"}) addLabel(n, 0, false);
+  addLabel("Label9", 0, false);
+  addLabel("Label11", 0, false);
+  layout->addSpacing(8);
+  addLabel("Label8", -1, false);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  auto* ok = Button(this, "Command1");
+  ok->setDefault(true);
+  buttons->addWidget(ok);
+  layout->addLayout(buttons);
+  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { About2Close(app_); }); });
+  setMinimumWidth(420);
+}
+
+bool AboutDialog::LogicVisible() const { return app_.v.about2.visible; }
+
+void AboutDialog::MirrorView() {
+  setWindowTitle(QString::fromStdString(app_.v.about2.caption));
+  DialogMirror().ApplyAll(this, app_.v.about2);
+}
+
+void AboutDialog::CloseBox() { Run([this] { About2Close(app_); }); }
+
+// ---- help -----------------------------------------------------------------------------
+
+HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
+  setObjectName("helpWindow");
+  auto* layout = new QHBoxLayout(this);
+  auto* split = new QSplitter(this);
+  auto* side = new QWidget(split);
+  auto* sideLayout = new QVBoxLayout(side);
+  sideLayout->setContentsMargins(0, 0, 0, 0);
+  search_ = new QLineEdit(side);
+  search_->setObjectName("helpSearch");
+  search_->setPlaceholderText(tr("Type a keyword"));
+  keywords_ = new QListWidget(side);
+  keywords_->setObjectName("helpKeywords");
+  sideLayout->addWidget(search_);
+  sideLayout->addWidget(keywords_);
+  browser_ = new QTextBrowser(split);
+  browser_->setObjectName("helpBrowser");
+  browser_->setOpenExternalLinks(false);
+  split->addWidget(side);
+  split->addWidget(browser_);
+  split->setStretchFactor(1, 3);
+  layout->addWidget(split);
+  connect(search_, &QLineEdit::textChanged, this, &HelpWindow::FilterKeywords);
+  connect(search_, &QLineEdit::returnPressed, this, [this] {
+    if (keywords_->count() > 0) GoTo(keywords_->item(0));
+  });
+  connect(keywords_, &QListWidget::itemActivated, this, &HelpWindow::GoTo);
+  connect(keywords_, &QListWidget::itemClicked, this, &HelpWindow::GoTo);
+  resize(900, 640);
+}
+
+bool HelpWindow::Load(const QString& path) {
+  QFile f(path);
+  if (!f.open(QIODevice::ReadOnly)) return false;
+  const QString html = QString::fromUtf8(f.readAll());
+  file_ = path;
+  browser_->setSearchPaths({QFileInfo(path).absolutePath()});
+  browser_->setHtml(html);
+  setWindowTitle(browser_->documentTitle().isEmpty() ? tr("Help") : browser_->documentTitle());
+  keywords_->clear();
+  static const QRegularExpression heading(R"re(<h[23][^>]*id="([^"]+)"[^>]*>(.*?)</h[23]>)re",
+                                          QRegularExpression::DotMatchesEverythingOption |
+                                              QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression tags("<[^>]*>");
+  for (auto it = heading.globalMatch(html); it.hasNext();) {
+    const auto m = it.next();
+    QTextDocument plain;
+    plain.setHtml(m.captured(2));
+    auto* item = new QListWidgetItem(plain.toPlainText().simplified(), keywords_);
+    item->setData(Qt::UserRole, m.captured(1));
+  }
+  keywords_->sortItems();
+  return true;
+}
+
+void HelpWindow::ShowContents() {
+  search_->clear();
+  browser_->moveCursor(QTextCursor::Start);
+  browser_->scrollToAnchor("contents");
+  show();
+  raise();
+  activateWindow();
+}
+
+void HelpWindow::ShowSearch() {
+  show();
+  raise();
+  activateWindow();
+  search_->setFocus();
+  search_->selectAll();
+}
+
+void HelpWindow::FilterKeywords(const QString& text) {
+  for (int i = 0; i < keywords_->count(); ++i) {
+    QListWidgetItem* item = keywords_->item(i);
+    item->setHidden(!text.isEmpty() && !item->text().contains(text, Qt::CaseInsensitive));
+  }
+  if (!text.isEmpty()) browser_->find(text);
+}
+
+void HelpWindow::GoTo(QListWidgetItem* item) {
+  if (item) browser_->scrollToAnchor(item->data(Qt::UserRole).toString());
+}
+
+}  // namespace quillet

@@ -1,0 +1,87 @@
+#pragma once
+// The dialogs of the main window as Qt shells over their logic: they forward clicks
+// and mirror their view records.
+#include <QDialog>
+#include <QLabel>
+#include <QTextBrowser>
+#include <QLineEdit>
+#include <QListWidget>
+
+namespace quillet {
+struct App;
+
+class ShellDialog : public QDialog {
+  Q_OBJECT
+ public:
+  ShellDialog(App& app, QWidget* parent);
+  // The dialog's logic hides it; the shell follows.
+  virtual bool LogicVisible() const = 0;
+  virtual void MirrorView() = 0;
+  // Called each time the dialog is shown.
+  virtual void Opening() {}
+
+ protected:
+  void Run(const std::function<void()>& action);  // one event through the dispatcher
+  void reject() override;                         // Escape and the close box
+  virtual void CloseBox() = 0;
+  App& app_;
+};
+
+class PortDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  PortDialog(App& app, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+  void Opening() override;
+
+ protected:
+  void CloseBox() override;
+
+ private:
+  QLabel* devices_[4] = {};
+};
+
+class LanguageDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  LanguageDialog(App& app, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+
+ protected:
+  void CloseBox() override;
+};
+
+class AboutDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  AboutDialog(App& app, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+
+ protected:
+  void CloseBox() override;
+};
+
+// The help viewer: the selected language's help file, opened at its contents or with
+// the keyword search (every heading of the file is a keyword).
+class HelpWindow : public QWidget {
+  Q_OBJECT
+ public:
+  explicit HelpWindow(QWidget* parent = nullptr);
+  bool Load(const QString& path);
+  void ShowContents();
+  void ShowSearch();
+  QString CurrentFile() const { return file_; }
+
+ private:
+  void FilterKeywords(const QString& text);
+  void GoTo(QListWidgetItem* item);
+  QTextBrowser* browser_;
+  QLineEdit* search_;
+  QListWidget* keywords_;
+  QString file_;
+};
+
+}  // namespace quillet

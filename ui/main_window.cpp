@@ -1,0 +1,423 @@
+#include "ui/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <cstdio>
+#include <cstdlib>
+
+#include "core/app.h"
+#include "core/language.h"
+#include "core/startup.h"
+#include "link/download.h"
+#include "link/link_supervision.h"
+#include "measure/temperature_unit.h"
+#include "ui/dialogs.h"
+
+namespace quillet {
+
+namespace {
+
+// The start screen's picture: a small logger with its probe lead.
+QPixmap StartPicture() {
+  QPixmap pm(140, 110);
+  pm.fill(Qt::transparent);
+  QPainter p(&pm);
+  p.setRenderHint(QPainter::Antialiasing);
+  p.setPen(QPen(QColor(40, 60, 90), 2));
+  p.setBrush(QColor(70, 110, 160));
+  p.drawRoundedRect(20, 15, 70, 85, 10, 10);
+  p.setBrush(QColor(210, 230, 240));
+  p.drawRect(32, 28, 46, 26);
+  p.setPen(QPen(QColor(30, 120, 60), 2));
+  p.drawPolyline(QPolygon({QPoint(35, 48), QPoint(45, 40), QPoint(55, 45), QPoint(65, 33), QPoint(75, 37)}));
+  p.setPen(QPen(QColor(40, 40, 40), 3));
+  p.drawLine(90, 80, 125, 80);
+  p.drawLine(125, 80, 125, 40);
+  return pm;
+}
+
+QMessageBox::Icon IconOf(MsgIcon icon) {
+  switch (icon) {
+    case MsgIcon::Stop: return QMessageBox::Critical;
+    case MsgIcon::Question: return QMessageBox::Question;
+    case MsgIcon::Exclamation: return QMessageBox::Warning;
+    case MsgIcon::Information: return QMessageBox::Information;
+    default: return QMessageBox::NoIcon;
+  }
+}
+
+}  // namespace
+
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
+  setObjectName("Log1");
+  BuildMenus();
+  BuildCentral();
+  resize(1100, 760);
+}
+
+MainWindow::~MainWindow() = default;
+
+QMenu* MainWindow::AddMenu(QMenu* parent, const char* name) {
+  QMenu* m = parent ? parent->addMenu(QString()) : menuBar()->addMenu(QString());
+  m->setObjectName(name);
+  return m;
+}
+
+void MainWindow::Run(std::function<void(App&)> handler) {
+  if (!app_) return;
+  App& app = *app_;
+  Dispatch(app, [&app, handler] { handler(app); });
+}
+
+QAction* MainWindow::AddAction(QMenu* menu, const char* name, std::function<void(App&)> handler, bool checkable) {
+  QAction* a = menu->addAction(QString());
+  a->setObjectName(name);
+  a->setCheckable(checkable);
+  if (handler) {
+    connect(a, &QAction::triggered, this, [this, handler, a, checkable] {
+      // The logic owns the check marks; undo Qt's own toggle before it decides.
+      if (checkable) a->setChecked(!a->isChecked());
+      Run(handler);
+    });
+  }
+  return a;
+}
+
+QAction* MainWindow::AddBarCommand(const char* name, std::function<void(App&)> handler) {
+  QAction* a = menuBar()->addAction(QString());
+  a->setObjectName(name);
+  connect(a, &QAction::triggered, this, [this, handler] { Run(handler); });
+  return a;
+}
+
+void MainWindow::BuildMenus() {
+  QMenu* file = AddMenu(nullptr, "mnuFile");
+  AddAction(file, "mnuSaveTXT", nullptr);
+  AddAction(file, "mnuOpen", nullptr);
+  file->addSeparator();
+  AddAction(file, "mnuPGraph", nullptr);
+  AddAction(file, "mnuPData", nullptr);
+  AddAction(file, "mnuGClip", nullptr);
+  file->addSeparator();
+  QMenu* scaling = AddMenu(file, "mnuScaling");
+  AddAction(scaling, "mnu420sca", nullptr);
+  AddAction(scaling, "mnu100sca", nullptr);
+  AddAction(scaling, "mnu10sca", nullptr);
+  file->addSeparator();
+  AddAction(file, "mnuLang", MnuLang);
+  file->addSeparator();
+  AddAction(file, "mnuExit", [this](App&) { close(); });
+
+  AddBarCommand("mnuSetTime", nullptr);
+  AddBarCommand("mnuDownload", StartDownload);
+  AddBarCommand("mnuPort", MnuPort);
+
+  QMenu* func = AddMenu(nullptr, "mnuFunc");
+  func->addSeparator();
+  AddAction(func, "mnudegF", [](App& a) { SetTemperatureUnit(a, 1); }, true);
+  AddAction(func, "mnudegC", [](App& a) { SetTemperatureUnit(a, 0); }, true);
+  AddAction(func, "func01", nullptr);
+  AddAction(func, "func02", nullptr);
+  AddAction(func, "func03", nullptr);
+
+  AddBarCommand("mnuScale", nullptr);
+
+  QMenu* date = AddMenu(nullptr, "mnuDate");
+  AddAction(date, "mnuUsa", MnuUsa, true);
+  AddAction(date, "mnuEur", MnuEur, true);
+
+  QMenu* help = AddMenu(nullptr, "mnuHelp");
+  AddAction(help, "mnuHelpCont", MnuHelpCont);
+  AddAction(help, "mnuHelpIndex", MnuHelpIndex);
+  help->addSeparator();
+  AddAction(help, "mnuHelpAbout", MnuHelpAbout);
+}
+
+QLabel* MainWindow::AddLabel(QWidget* parent, const char* name) {
+  auto* l = new QLabel(parent);
+  l->setObjectName(name);
+  return l;
+}
+
+void MainWindow::BuildCentral() {
+  auto* central = new QWidget(this);
+  setCentralWidget(central);
+  auto* outer = new QVBoxLayout(central);
+  outer->setContentsMargins(10, 6, 10, 6);
+  outer->setSpacing(6);
+
+  // Graph surface with the start screen's pictures and product labels.
+  auto* graph = new QFrame(central);
+  graph->setObjectName("Picture1");
+  graph->setFrameShape(QFrame::StyledPanel);
+  graph->setAutoFillBackground(true);
+  QPalette gp = graph->palette();
+  gp.setColor(QPalette::Window, Qt::white);
+  graph->setPalette(gp);
+  auto* start = new QVBoxLayout(graph);
+  start->addStretch();
+  auto* picture = AddLabel(graph, "Picture2");
+  picture->setPixmap(StartPicture());
+  picture->setAlignment(Qt::AlignCenter);
+  start->addWidget(picture);
+  for (const char* name : {"Picture3", "Picture4", "Picture5", "Picture6"}) {
+    auto* p = AddLabel(graph, name);
+    p->hide();
+  }
+  auto* product = AddLabel(graph, "Label8");
+  QFont big("Arial");
+  big.setPointSizeF(13.5);
+  big.setBold(true);
+  product->setFont(big);
+  product->setAlignment(Qt::AlignCenter);
+  start->addWidget(product);
+  auto* sub = AddLabel(graph, "Label28");
+  QFont small("Arial");
+  small.setPointSizeF(10);
+  sub->setFont(small);
+  sub->setAlignment(Qt::AlignCenter);
+  start->addWidget(sub);
+  start->addStretch();
+  outer->addWidget(graph, 62);
+
+  // Cursor readout and notices under the graph.
+  auto* readout = new QHBoxLayout;
+  for (const char* name : {"Label25", "Label9", "Label10", "Label12"}) {
+    auto* l = AddLabel(central, name);
+    l->setMinimumWidth(70);
+    readout->addWidget(l);
+  }
+  readout->addStretch();
+  auto* other = AddLabel(central, "Label7");
+  QPalette warn = other->palette();
+  warn.setColor(QPalette::WindowText, QColor(180, 0, 0));
+  other->setPalette(warn);
+  readout->addWidget(other);
+  readout->addSpacing(20);
+  readout->addWidget(AddLabel(central, "Label18"));
+  outer->addLayout(readout);
+
+  // Logger panel, displayed-graph frame and buttons: the live display group.
+  auto* middle = new QHBoxLayout;
+  auto* panel = new QGroupBox(central);
+  panel->setObjectName("Frame1");
+  auto* pg = new QGridLayout(panel);
+  pg->addWidget(AddLabel(panel, "Label13"), 0, 0);
+  pg->addWidget(AddLabel(panel, "Label34"), 0, 1, 1, 2);
+  auto* mark = AddLabel(panel, "Label35");
+  QFont markFont = mark->font();
+  markFont.setBold(true);
+  markFont.setPointSizeF(markFont.pointSizeF() + 4);
+  mark->setFont(markFont);
+  pg->addWidget(mark, 0, 3, Qt::AlignRight);
+  auto* value = AddLabel(panel, "Label19");
+  QFont valueFont = value->font();
+  valueFont.setPointSizeF(valueFont.pointSizeF() * 2.2);
+  valueFont.setBold(true);
+  value->setFont(valueFont);
+  value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  pg->addWidget(value, 1, 0, 1, 2);
+  auto* unit = AddLabel(panel, "Label21");
+  QFont unitFont = unit->font();
+  unitFont.setPointSizeF(unitFont.pointSizeF() * 1.4);
+  unit->setFont(unitFont);
+  pg->addWidget(unit, 1, 2, 1, 2);
+  pg->addWidget(AddLabel(panel, "Label5"), 2, 0);
+  pg->addWidget(AddLabel(panel, "Label2"), 2, 1, 1, 3);
+  pg->addWidget(AddLabel(panel, "Label11"), 3, 0);
+  pg->addWidget(AddLabel(panel, "Label3"), 3, 1, 1, 3);
+  pg->addWidget(AddLabel(panel, "Label4"), 4, 0, Qt::AlignRight);
+  pg->addWidget(AddLabel(panel, "Label6"), 4, 1);
+  pg->addWidget(AddLabel(panel, "Label22"), 4, 2, Qt::AlignRight);
+  pg->addWidget(AddLabel(panel, "Label23"), 4, 3);
+  auto* clock = AddLabel(panel, "Label1");
+  QFont clockFont = clock->font();
+  clockFont.setBold(true);
+  clock->setFont(clockFont);
+  pg->addWidget(clock, 5, 0, 1, 4);
+  pg->setColumnStretch(1, 1);
+  middle->addWidget(panel, 5);
+
+  auto* shown = new QGroupBox(central);
+  shown->setObjectName("Frame2");
+  auto* sg = new QGridLayout(shown);
+  const char* names[][2] = {{"Label24", "Label40"}, {"Label33", "Label29"}, {"Label32", "Label30"}, {"Label27", "Label31"}};
+  for (int r = 0; r < 4; ++r) {
+    sg->addWidget(AddLabel(shown, names[r][0]), r, 0);
+    auto* v = AddLabel(shown, names[r][1]);
+    v->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    sg->addWidget(v, r, 1);
+  }
+  middle->addWidget(shown, 3);
+
+  auto* buttons = new QVBoxLayout;
+  for (const char* name : {"Command1", "Command2", "Command3", "Command5", "Command6"}) {
+    auto* b = new QPushButton(central);
+    b->setObjectName(name);
+    buttons->addWidget(b);
+  }
+  findChild<QPushButton*>("Command5")->setText("High Cal");
+  findChild<QPushButton*>("Command6")->setText("Low Cal");
+  connect(findChild<QPushButton*>("Command1"), &QPushButton::clicked, this, [this] { Run(Command1Click); });
+  buttons->addStretch();
+  middle->addLayout(buttons, 1);
+  outer->addLayout(middle, 30);
+
+  // Status line, save note, percent and progress, at the lower edge.
+  auto* status = new QHBoxLayout;
+  for (const char* name : {"Label15", "Label16"}) {
+    auto* l = AddLabel(central, name);
+    l->setAutoFillBackground(true);
+    QPalette dark = l->palette();
+    dark.setColor(QPalette::Window, QColor(40, 40, 48));
+    l->setPalette(dark);
+    l->setContentsMargins(6, 2, 6, 2);
+    status->addWidget(l);
+  }
+  status->addStretch();
+  status->addWidget(AddLabel(central, "Label14"));
+  auto* percent = AddLabel(central, "Label17");
+  percent->setText("%");
+  status->addWidget(percent);
+  auto* bar = new QProgressBar(central);
+  bar->setObjectName("ProgressBar1");
+  bar->setRange(0, 100);
+  bar->setTextVisible(false);
+  bar->setMaximumWidth(260);
+  status->addWidget(bar);
+  status->addWidget(AddLabel(central, "Label26"));
+  outer->addLayout(status);
+
+  // The zoom rectangle lives over the graph; it arrives with the graph's drawing.
+  auto* shape = new QFrame(graph);
+  shape->setObjectName("Shape1");
+  shape->hide();
+}
+
+void MainWindow::Attach(App& app) {
+  app_ = &app;
+  dialogs_[DialogId::frmPort] = new PortDialog(app, this);
+  dialogs_[DialogId::langfrm] = new LanguageDialog(app, this);
+  dialogs_[DialogId::about2] = new AboutDialog(app, this);
+  help_ = new HelpWindow(this);
+}
+
+MsgAnswer MainWindow::Message(const MessageRequest& r) {
+  QMessageBox box(IconOf(r.icon), QString::fromStdString(r.title), QString::fromStdString(r.text), QMessageBox::NoButton,
+                  isVisible() ? this : nullptr);
+  QList<QAbstractButton*> order;
+  switch (r.buttons) {
+    case MsgButtons::Ok: order << box.addButton(QMessageBox::Ok); break;
+    case MsgButtons::OkCancel: order << box.addButton(QMessageBox::Ok) << box.addButton(QMessageBox::Cancel); break;
+    case MsgButtons::YesNo: order << box.addButton(QMessageBox::Yes) << box.addButton(QMessageBox::No); break;
+    case MsgButtons::YesNoCancel:
+      order << box.addButton(QMessageBox::Yes) << box.addButton(QMessageBox::No) << box.addButton(QMessageBox::Cancel);
+      break;
+  }
+  if (r.defaultButton >= 1 && r.defaultButton <= order.size()) {
+    box.setDefaultButton(qobject_cast<QPushButton*>(order[r.defaultButton - 1]));
+  }
+  box.exec();
+  switch (box.standardButton(box.clickedButton())) {
+    case QMessageBox::Ok: return MsgAnswer::Ok;
+    case QMessageBox::Yes: return MsgAnswer::Yes;
+    case QMessageBox::No: return MsgAnswer::No;
+    default: return MsgAnswer::Cancel;
+  }
+}
+
+void MainWindow::ShowModal(DialogId id) {
+  ShellDialog* dlg = dialogs_.value(id, nullptr);
+  if (!dlg || !dlg->LogicVisible()) return;
+  dlg->MirrorView();
+  dlg->Opening();
+  dlg->adjustSize();
+  dlg->show();
+  dlg->raise();
+  dlg->activateWindow();
+  QEventLoop loop;
+  modalLoops_[id] = &loop;
+  loop.exec(QEventLoop::DialogExec);
+  modalLoops_.remove(id);
+  dlg->hide();
+}
+
+void MainWindow::Refresh() {
+  if (!app_) return;
+  Log1View& v = app_->v.log1;
+  const QString title = QString::fromStdString(v.caption);
+  if (windowTitle() != title) setWindowTitle(title);
+  if (v.busy) {
+    setCursor(Qt::WaitCursor);
+  } else {
+    unsetCursor();
+  }
+  mirror_.ApplyAll(this, v);
+  for (auto it = dialogs_.begin(); it != dialogs_.end(); ++it) {
+    ShellDialog* dlg = it.value();
+    dlg->MirrorView();  // hidden dialogs keep their captions in step too
+    if (!dlg->LogicVisible() && (dlg->isVisible() || modalLoops_.contains(it.key()))) {
+      dlg->hide();
+      if (QEventLoop* loop = modalLoops_.value(it.key(), nullptr)) loop->quit();
+    }
+  }
+}
+
+void MainWindow::Beep() { QApplication::beep(); }
+
+void MainWindow::ShowHelp(const std::string& helpFile, HelpCommand command) {
+  const QString path = QString::fromStdString(app_->p.places.programDir + "/" + helpFile);
+  if (helpFile.empty() || !help_->Load(path)) {
+    QMessageBox::warning(this, tr("Help"), tr("The help file %1 could not be opened.").arg(path));
+    return;
+  }
+  if (command == HelpCommand::KeywordSearch) {
+    help_->ShowSearch();
+  } else {
+    help_->ShowContents();
+  }
+}
+
+void MainWindow::FatalErrorReport(int, const std::string& text) {
+  QMessageBox::critical(isVisible() ? this : nullptr, QStringLiteral("Quillet"), QString::fromStdString(text));
+}
+
+void MainWindow::EndProgramNow(int exitCode) {
+  std::fflush(stdout);
+  std::fflush(stderr);
+  std::_Exit(exitCode);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!app_) {
+    event->accept();
+    return;
+  }
+  bool close = true;
+  App& app = *app_;
+  Dispatch(app, [&app, &close] { close = EndProgram(app); });
+  if (close) {
+    event->accept();
+    QApplication::quit();
+  } else {
+    event->ignore();
+  }
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  Run(ArrangeMainWindow);
+}
+
+}  // namespace quillet

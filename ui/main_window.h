@@ -1,0 +1,61 @@
+#pragma once
+// Log1: the main window, a shell over the logic. It forwards menu commands, clicks and
+// resizes into the dispatcher and mirrors the view model back after every event. It
+// is also the platform's user interface: message boxes, modal dialogs, help, beep.
+#include <QEventLoop>
+#include <QMainWindow>
+#include <QMap>
+#include <functional>
+
+#include "core/platform.h"
+#include "ui/mirror.h"
+
+class QLabel;
+class QMenu;
+class QAction;
+
+namespace quillet {
+struct App;
+class ShellDialog;
+class HelpWindow;
+
+class MainWindow : public QMainWindow, public UserInterface {
+  Q_OBJECT
+ public:
+  explicit MainWindow(QWidget* parent = nullptr);
+  ~MainWindow() override;
+  // Connects the window to the application; the dialogs are created here, hidden.
+  void Attach(App& app);
+
+  MsgAnswer Message(const MessageRequest& request) override;
+  void ShowModal(DialogId dialog) override;
+  void Refresh() override;
+  void Beep() override;
+  void ShowHelp(const std::string& helpFile, HelpCommand command) override;
+  void FatalErrorReport(int faultNumber, const std::string& text) override;
+  void EndProgramNow(int exitCode) override;
+
+  ShellDialog* Dialog(DialogId id) const { return dialogs_.value(id, nullptr); }
+  HelpWindow* Help() const { return help_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void BuildMenus();
+  void BuildCentral();
+  QAction* AddAction(QMenu* menu, const char* name, std::function<void(App&)> handler, bool checkable = false);
+  QMenu* AddMenu(QMenu* parent, const char* name);
+  QAction* AddBarCommand(const char* name, std::function<void(App&)> handler);
+  QLabel* AddLabel(QWidget* parent, const char* name);
+  void Run(std::function<void(App&)> handler);
+
+  App* app_ = nullptr;
+  Mirror mirror_;
+  QMap<DialogId, ShellDialog*> dialogs_;
+  QMap<DialogId, QEventLoop*> modalLoops_;
+  HelpWindow* help_ = nullptr;
+};
+
+}  // namespace quillet

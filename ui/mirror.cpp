@@ -1,0 +1,74 @@
+#include "ui/mirror.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QWidget>
+
+namespace quillet {
+
+namespace {
+
+QColor ColorOf(int bgr) { return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF); }
+
+bool Same(const Control& a, const Control& b) {
+  return a.caption == b.caption && a.visible == b.visible && a.enabled == b.enabled && a.checked == b.checked &&
+         a.foreColor == b.foreColor && a.value == b.value;
+}
+
+}  // namespace
+
+QObject* Mirror::Find(QObject* root, const char* name) {
+  auto& names = found_[root];
+  const QString key = QString::fromLatin1(name);
+  auto it = names.find(key);
+  if (it != names.end()) return it.value();
+  QObject* target = root->findChild<QObject*>(key);
+  names.insert(key, target);
+  return target;
+}
+
+void Mirror::Apply(QObject* target, const Control& c) {
+  auto cached = last_.find(target);
+  if (cached != last_.end() && Same(cached.value(), c)) return;
+  last_.insert(target, c);
+  const QString text = QString::fromStdString(c.caption);
+  if (auto* menu = qobject_cast<QMenu*>(target)) {
+    menu->menuAction()->setText(text);
+    menu->menuAction()->setVisible(c.visible);
+    menu->menuAction()->setEnabled(c.enabled);
+    return;
+  }
+  if (auto* action = qobject_cast<QAction*>(target)) {
+    action->setText(text);
+    action->setVisible(c.visible);
+    action->setEnabled(c.enabled);
+    if (action->isCheckable()) action->setChecked(c.checked);
+    return;
+  }
+  auto* widget = qobject_cast<QWidget*>(target);
+  if (!widget) return;
+  if (auto* label = qobject_cast<QLabel*>(widget)) {
+    if (label->pixmap().isNull()) label->setText(text);
+  } else if (auto* group = qobject_cast<QGroupBox*>(widget)) {
+    group->setTitle(text);
+  } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+    button->setText(text);
+    if (button->isCheckable() && button->isChecked() != c.checked) button->setChecked(c.checked);
+  } else if (auto* bar = qobject_cast<QProgressBar*>(widget)) {
+    bar->setValue(static_cast<int>(c.value));
+  }
+  if (c.foreColor != kDefaultColor) {
+    QPalette pal = widget->palette();
+    pal.setColor(QPalette::WindowText, ColorOf(c.foreColor));
+    pal.setColor(QPalette::ButtonText, ColorOf(c.foreColor));
+    widget->setPalette(pal);
+  }
+  widget->setEnabled(c.enabled);
+  widget->setVisible(c.visible);
+}
+
+}  // namespace quillet

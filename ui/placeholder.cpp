@@ -1,1 +1,0 @@
-namespace quillet { int UiPlaceholder() { return 0; } }
