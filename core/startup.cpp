@@ -97,6 +97,8 @@ void StartProgram(App& app) {
   // 2
   s.settings.BaudRate = 1200;
   s.EditionFlag = 1;
+  // So that the language dialog has a labelled button while no language is chosen.
+  s.lang.LanguageTable[0][120] = "OK";
   // 3
   w.Label8.caption = "Quillet\u00ae";
   w.Label28.caption = "Quillet\u00ae";
