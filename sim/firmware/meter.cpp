@@ -116,6 +116,7 @@ Meter::Meter(int modelCode, int startRange, double probeFactor) : info_(LookUpMo
 
   if (info_.form == CountForm::Divider) {
     thermistorTables_.resize(kDividerCount);
+    thermistorTops_.assign(kDividerCount, 0);
     for (int j = 0; j < kDividerCount; ++j) {
       bool working = true;
       for (int n = 0; n <= kTopCount; ++n) {
@@ -123,6 +124,7 @@ Meter::Meter(int modelCode, int startRange, double probeFactor) : info_(LookUpMo
         // The temperature rises with the count until the network has no solution.
         if (std::isnan(t) || (n > 0 && t <= thermistorTables_[j][n - 1])) working = false;
         thermistorTables_[j][n] = working ? t : std::numeric_limits<double>::infinity();
+        if (working) thermistorTops_[j] = n;
       }
     }
   }
@@ -169,10 +171,10 @@ Meter::Reading Meter::Measure(double value, int range) const {
 }
 
 Meter::Reading Meter::MeasureThermistor(double celsius, int divider) const {
-  const auto& table = thermistorTables_.at(Log2(divider));
-  // The last count the divider can reach; above it the reading has outgrown the range.
-  int top = kTopCount;
-  while (top > 0 && std::isinf(table[top])) --top;
+  const int j = Log2(divider);
+  const auto& table = thermistorTables_.at(j);
+  // Above the last count the divider can reach, the reading has outgrown the range.
+  const int top = thermistorTops_.at(j);
   Reading r;
   if (std::isnan(celsius) || celsius <= table[0]) {
     r.raw = 0;

@@ -53,6 +53,7 @@ class Meter {
   // Temperature of each count 0..255 per divider 2^j, j = 0..7; counts past the divider's
   // working end are +infinity.
   std::vector<std::array<double, 256>> thermistorTables_;
+  std::vector<int> thermistorTops_;  // the last count each divider can reach
 };
 
 // Temperature in degrees Celsius that a thermistor logger's count means at divider D, or

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 #include "sim/desktop_reading.h"
@@ -168,6 +169,28 @@ TEST(FirmwareLive, ReadingsFollowEachModelsUnits) {
   const auto t = live(17, 25.0);
   EXPECT_EQ(t[1], 16);
   EXPECT_NEAR(t[0], 150, 3);
+}
+
+TEST(FirmwareLive, AThermistorCountIsTheNearestTheDesktopCanReadBack) {
+  // The desktop's reading of a thermistor count n at divider d, in degrees Celsius.
+  auto celsius = [](double n, double d) {
+    const double x = d * 3.008 / (n * 5 + 3);
+    const double rp = 1 / (1 / 5100.0 + 1 / 335671.0);
+    const double rx = (rp * x - 5100.0 * 10500.0 / 1e6) / ((10500.0 + 5100.0) / 1e6 + x);
+    const double l = std::log(1 / (1 / rx - 1 / 5100.0));
+    return 1 / (0.001129241 + 0.0002341077 * l + 8.775468e-8 * l * l * l) - 273.16;
+  };
+  for (double level = -30; level <= 40; level += 0.7) {
+    LoggerConfig c;
+    c.signal.level = level;
+    const auto live = Firmware(c).LiveReading();
+    ASSERT_EQ(live[1], 16);
+    const double error = std::abs(celsius(live[0], 16) - level);
+    EXPECT_LE(error, std::abs(celsius(live[0] + 1, 16) - level)) << level;
+    if (live[0] > 0) {
+      EXPECT_LE(error, std::abs(celsius(live[0] - 1, 16) - level)) << level;
+    }
+  }
 }
 
 TEST(FirmwareCalibration, HighAndLowCalibrationsAreNotedWithTheirTime) {
