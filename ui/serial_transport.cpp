@@ -37,6 +37,8 @@ void SerialTransport::Open(int portNumber) {
 
 void SerialTransport::OpenDevice(const QString& path) {
   if (port_.isOpen()) port_.close();
+  lost_ = false;
+  path_ = path;
   port_.setPortName(path);
   if (!port_.open(QIODevice::ReadWrite)) {
     const auto error = port_.error();
@@ -54,10 +56,29 @@ void SerialTransport::OpenDevice(const QString& path) {
 }
 
 void SerialTransport::Close() {
+  lost_ = false;
   if (port_.isOpen()) port_.close();
 }
 
+bool SerialTransport::TryReopen() {
+  port_.setPortName(path_);
+  if (!port_.open(QIODevice::ReadWrite)) {
+    port_.clearError();
+    return false;
+  }
+  lost_ = false;
+  port_.setFlowControl(QSerialPort::NoFlowControl);
+  port_.setRequestToSend(false);
+  port_.clearError();
+  SetLine(baud_, dataBits_, parity_, stopBits_);
+  return true;
+}
+
 void SerialTransport::SetLine(int baud, int dataBits, char parity, int stopBits) {
+  baud_ = baud;
+  dataBits_ = dataBits;
+  parity_ = parity;
+  stopBits_ = stopBits;
   if (!port_.isOpen()) return;
   port_.setBaudRate(baud);
   port_.setDataBits(static_cast<QSerialPort::DataBits>(dataBits));
@@ -68,7 +89,7 @@ void SerialTransport::SetLine(int baud, int dataBits, char parity, int stopBits)
 }
 
 void SerialTransport::Write(const std::vector<std::uint8_t>& bytes) {
-  if (!port_.isOpen()) return;  // a device gone away swallows what is sent
+  if (!port_.isOpen() && !(lost_ && TryReopen())) return;  // a device gone away swallows what is sent
   port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
   port_.flush();
 }
@@ -93,6 +114,7 @@ void SerialTransport::OnError(QSerialPort::SerialPortError error) {
   if (error == QSerialPort::ResourceError && port_.isOpen()) {
     // The device went away while open: close quietly; the watchdog notices the silence.
     port_.close();
+    lost_ = true;
     if (onLost) onLost();
   }
 }

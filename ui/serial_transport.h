@@ -15,7 +15,7 @@ class SerialTransport : public QObject, public ByteTransport {
   explicit SerialTransport(QObject* parent = nullptr);
   void Open(int portNumber) override;
   void Close() override;
-  bool IsOpen() const override { return port_.isOpen(); }
+  bool IsOpen() const override { return port_.isOpen() || lost_; }
   void SetLine(int baud, int dataBits, char parity, int stopBits) override;
   void Write(const std::vector<std::uint8_t>& bytes) override;
   void Settle(double seconds) override;
@@ -27,7 +27,14 @@ class SerialTransport : public QObject, public ByteTransport {
  private:
   void ReadWaiting();
   void OnError(QSerialPort::SerialPortError error);
+  bool TryReopen();
   QSerialPort port_;
+  // A device that went away while open is opened again quietly at the next write, so a
+  // logger unplugged and plugged back (or an emulator restarted) is found without help.
+  bool lost_ = false;
+  QString path_;
+  int baud_ = 9600, dataBits_ = 8, stopBits_ = 1;
+  char parity_ = 'N';
 };
 
 }  // namespace quillet

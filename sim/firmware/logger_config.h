@@ -58,7 +58,7 @@ struct LoggerConfig {
 
   int extraLayout2Bytes = 4;     // bytes sent after the 22 of a layout 2 header
   double turnaround = 0.001;     // seconds from a complete command to the start of the reply
-  double pauseAfterAck = 0.020;  // seconds between the 0x04 and the payload
+  double pauseAfterAck = 0.0;  // seconds between the 0x04 and the payload; none by default, as a real logger
   Faults faults;
 };
 
