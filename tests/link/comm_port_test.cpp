@@ -1,0 +1,119 @@
+// The serial control's behaviour over a byte transport: threshold events, input, output.
+#include <gtest/gtest.h>
+
+#include "core/fault.h"
+#include "link/comm_port.h"
+#include "support/fake_platform.h"
+
+namespace quillet {
+namespace {
+
+using testing::FakePoster;
+using testing::FakeTransport;
+using testing::VirtualScheduler;
+
+struct Port {
+  Port() : transport(sched), poster(sched), port(transport, poster) {
+    port.InBufferSize = 32766;
+    port.onComm = [this] {
+      ++events;
+      if (onEvent) onEvent();
+    };
+    port.SetPortOpen(true);
+  }
+  VirtualScheduler sched;
+  FakeTransport transport;
+  FakePoster poster;
+  CommPort port;
+  int events = 0;
+  std::function<void()> onEvent;
+};
+
+TEST(CommPort, TheEventFiresOnceThePayloadReachesTheThresholdAndNotBefore) {
+  Port p;
+  p.port.SetRThreshold(3);
+  p.transport.Inject(10, "ab");
+  p.sched.RunFor(20);
+  EXPECT_EQ(p.events, 0);
+  EXPECT_EQ(p.port.InBufferCount(), 2);
+  p.transport.Inject(30, "c");
+  p.sched.RunFor(20);
+  EXPECT_EQ(p.events, 1);
+  EXPECT_EQ(p.port.CommEvent, 2);
+  EXPECT_EQ(p.port.Input(), "abc");
+  EXPECT_EQ(p.port.InBufferCount(), 0);
+}
+
+TEST(CommPort, ChangingTheThresholdToAValueAlreadyMetFiresAgain) {
+  Port p;
+  p.port.SetRThreshold(10);
+  p.transport.Inject(5, "12345");
+  p.sched.RunFor(10);
+  EXPECT_EQ(p.events, 0);
+  p.port.SetRThreshold(4);
+  p.sched.RunReady();
+  EXPECT_EQ(p.events, 1);
+}
+
+TEST(CommPort, TheEventIsPostedNotRunInsideTheArrivalAndNeverReentered) {
+  Port p;
+  p.port.SetRThreshold(1);
+  int depth = 0, deepest = 0;
+  p.onEvent = [&] {
+    ++depth;
+    deepest = std::max(deepest, depth);
+    p.transport.Inject(p.sched.now_ms(), "x");  // more input while the event runs
+    p.sched.RunReady();
+    --depth;
+  };
+  p.transport.Inject(1, "a");
+  p.sched.RunFor(5);
+  EXPECT_EQ(deepest, 1);
+}
+
+TEST(CommPort, AFlushBeforeThePostedEventRunsCancelsIt) {
+  Port p;
+  p.port.SetRThreshold(1);
+  p.transport.Inject(1, "a");
+  p.sched.At(1, [&] { p.port.Input(); });  // the flush comes first at the same moment
+  p.sched.RunFor(5);
+  EXPECT_EQ(p.events, 0);
+}
+
+TEST(CommPort, OutputSendsTheZeroByteUnharmed) {
+  Port p;
+  p.port.Output(std::string{'\0', 'D'});
+  ASSERT_EQ(p.transport.written.size(), 1u);
+  EXPECT_EQ(p.transport.written[0].bytes, std::string("\0D", 2));
+}
+
+TEST(CommPort, SettingsApplyAtOnceWhileOpenAndBadTextsAreRefused) {
+  Port p;
+  p.port.SetSettings("4800,N,8,2");
+  EXPECT_EQ(p.transport.baud, 4800);
+  EXPECT_EQ(p.transport.stopBits, 2);
+  EXPECT_THROW(p.port.SetSettings("fast"), Fault);
+  EXPECT_EQ(p.port.Settings(), "4800,N,8,2");
+}
+
+TEST(CommPort, TheReceiveBufferHoldsNoMoreThanItsSize) {
+  Port p;
+  p.port.InBufferSize = 4;
+  p.transport.Inject(1, "abcdefg");
+  p.sched.RunFor(5);
+  EXPECT_EQ(p.port.InBufferCount(), 4);
+}
+
+TEST(CommPort, OutputOnAClosedPortIsAFault) {
+  Port p;
+  p.port.SetPortOpen(false);
+  try {
+    p.port.Output("x");
+    FAIL();
+  } catch (const Fault& f) {
+    EXPECT_EQ(f.number(), 8018);
+  }
+}
+
+}  // namespace
+}  // namespace quillet
