@@ -17,11 +17,13 @@ void CommPort::SetPortOpen(bool open) {
     transport_.Open(CommPortNumber);
     open_ = true;
     buffer_.clear();
+    pending_.clear();
     ApplyLine();
   } else {
     transport_.Close();
     open_ = false;
     buffer_.clear();
+    pending_.clear();
   }
 }
 
@@ -66,12 +68,19 @@ void CommPort::Output(const std::string& bytes) {
 
 void CommPort::Arrived(const std::uint8_t* data, std::size_t size) {
   if (!open_) return;
-  // Bytes beyond the receive buffer are lost, as on the real control.
-  const std::size_t room = InBufferSize > static_cast<int>(buffer_.size())
-                               ? static_cast<std::size_t>(InBufferSize) - buffer_.size()
-                               : 0;
-  buffer_.append(reinterpret_cast<const char*>(data), size < room ? size : room);
-  PostIfDue();
+  pending_.append(reinterpret_cast<const char*>(data), size);
+  Pump();
+}
+
+void CommPort::Pump() {
+  std::size_t taken = 0;
+  while (taken < pending_.size() && !posted_) {
+    // Bytes beyond the receive buffer are lost, as on the real control.
+    if (static_cast<int>(buffer_.size()) < InBufferSize) buffer_.push_back(pending_[taken]);
+    ++taken;
+    PostIfDue();
+  }
+  pending_.erase(0, taken);
 }
 
 void CommPort::PostIfDue() {
@@ -83,16 +92,21 @@ void CommPort::PostIfDue() {
 void CommPort::Fire() {
   posted_ = false;
   // The condition is tested again when the event runs: a flush in between cancels it.
-  if (inEvent_ || !open_ || threshold_ <= 0 || InBufferCount() < threshold_) return;
+  if (inEvent_ || !open_ || threshold_ <= 0 || InBufferCount() < threshold_) {
+    if (!inEvent_) Pump();
+    return;
+  }
   inEvent_ = true;
   CommEvent = kCommEventReceive;
   try {
     if (onComm) onComm();
   } catch (...) {
     inEvent_ = false;
+    Pump();
     throw;
   }
   inEvent_ = false;
+  Pump();
 }
 
 }  // namespace quillet

@@ -44,6 +44,7 @@ class CommPort {
 
  private:
   void Arrived(const std::uint8_t* data, std::size_t size);
+  void Pump();
   void PostIfDue();
   void Fire();
   void ApplyLine();
@@ -58,6 +59,11 @@ class CommPort {
   int stopBits_ = 1;
   int threshold_ = 0;
   std::string buffer_;
+  // Bytes that came in behind the one that met the threshold: they reach the buffer only
+  // after the posted event has run, as they would on the wire, where the next byte is
+  // still on its way when the event fires. So an acknowledge read together with its
+  // payload by the operating system still fires its own event first.
+  std::string pending_;
   bool posted_ = false;
   bool inEvent_ = false;
 };

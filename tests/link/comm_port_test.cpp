@@ -117,3 +117,24 @@ TEST(CommPort, OutputOnAClosedPortIsAFault) {
 
 }  // namespace
 }  // namespace quillet
+
+namespace quillet {
+namespace {
+
+TEST(CommPort, AnAcknowledgeReadTogetherWithItsPayloadStillFiresItsOwnEventFirst) {
+  Port p;
+  p.port.SetRThreshold(1);
+  std::vector<std::string> reads;
+  p.onEvent = [&] {
+    reads.push_back(p.port.Input());
+    if (reads.size() == 1) p.port.SetRThreshold(2);
+  };
+  p.transport.Inject(1, std::string("\x04\x10\x20", 3));  // one read of the operating system
+  p.sched.RunFor(5);
+  ASSERT_EQ(reads.size(), 2u);
+  EXPECT_EQ(reads[0], "\x04");
+  EXPECT_EQ(reads[1], "\x10\x20");
+}
+
+}  // namespace
+}  // namespace quillet

@@ -239,12 +239,12 @@ TEST(LinkSupervision, BytesWaitingInIdleModeStayUnreadUntilTheNextRequestFlushes
 TEST(LinkSupervision, AReplyNotLedByTheAcknowledgeIsDroppedWhole) {
   Started t;
   t.transport.peer = [](const std::string&, double now, int, int) {
-    // Noise, the acknowledge and a byte all waiting when the event runs.
-    return std::vector<TimedReply>{{now + 0.01, 0x55}, {now + 0.01, 0x04}, {now + 0.01, 1}};
+    return std::vector<TimedReply>{{now + 0.01, 0x55}, {now + 0.0123, 0x66}, {now + 0.0146, 1}};
   };
   t.Run(2100);
   EXPECT_EQ(t.app->s.link.LivePhase, 0);
   EXPECT_EQ(t.app->s.link.LoggerSeen, 0);
+  EXPECT_EQ(t.app->port.InBufferCount(), 0);
 }
 
 TEST(LinkSupervision, NoLoggerStopsEverySendAndKeepsSpeedAndPort) {
