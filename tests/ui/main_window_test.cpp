@@ -71,22 +71,29 @@ QString SettingsText(int port, int language, int baud) {
   return s;
 }
 
-TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguage) {
-  // The unavailable device brings a message and the port dialog: answer both.
-  QTimer answer;
-  QObject::connect(&answer, &QTimer::timeout, [] {
-    if (QWidget* w = QApplication::activeModalWidget()) {
-      if (auto* cancel = w->findChild<QPushButton*>("Command2")) {
-        cancel->click();
-      } else {
-        w->close();
+// Cancels (or closes) every modal window that comes up while it lives.
+struct DismissModals {
+  DismissModals() {
+    QObject::connect(&timer, &QTimer::timeout, [] {
+      if (QWidget* w = QApplication::activeModalWidget()) {
+        if (auto* cancel = w->findChild<QPushButton*>("Command2")) {
+          cancel->click();
+        } else {
+          w->close();
+        }
       }
-    }
-  });
-  answer.start(30);
+    });
+    timer.start(30);
+  }
+  QTimer timer;
+};
+
+TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguage) {
   WindowProgram p(SettingsText(1, 1, 1200));
-  p.Start();
-  answer.stop();
+  {
+    DismissModals dismiss;  // the unavailable device brings a message and the port dialog
+    p.Start();
+  }
   QMenuBar* bar = p.window.menuBar();
   QStringList top;
   for (QAction* a : bar->actions()) {
@@ -109,15 +116,10 @@ TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguage) {
 
 TEST(MainWindow, ChangingTheLanguageRecaptionsMenusAndDialogsAtOnce) {
   WindowProgram p(SettingsText(1, 1, 1200));
-  QTimer answer;
-  QObject::connect(&answer, &QTimer::timeout, [] {
-    if (QWidget* w = QApplication::activeModalWidget()) {
-      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
-    }
-  });
-  answer.start(30);
-  p.Start();
-  answer.stop();
+  {
+    DismissModals dismiss;  // the unavailable device brings a message and the port dialog
+    p.Start();
+  }
   QTimer::singleShot(50, [] {
     QWidget* w = QApplication::activeModalWidget();
     ASSERT_NE(w, nullptr);
@@ -135,15 +137,10 @@ TEST(MainWindow, ChangingTheLanguageRecaptionsMenusAndDialogsAtOnce) {
 
 TEST(MainWindow, TheAboutBoxStaysInTheFirstLanguageButItsButtonFollowsTheSelection) {
   WindowProgram p(SettingsText(1, 2, 1200));
-  QTimer answer;
-  QObject::connect(&answer, &QTimer::timeout, [] {
-    if (QWidget* w = QApplication::activeModalWidget()) {
-      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
-    }
-  });
-  answer.start(30);
-  p.Start();
-  answer.stop();
+  {
+    DismissModals dismiss;  // the unavailable device brings a message and the port dialog
+    p.Start();
+  }
   QString title, button;
   QTimer::singleShot(50, [&] {
     QWidget* w = QApplication::activeModalWidget();
@@ -160,15 +157,10 @@ TEST(MainWindow, TheAboutBoxStaysInTheFirstLanguageButItsButtonFollowsTheSelecti
 
 TEST(MainWindow, HelpOpensTheLanguagesFileAtItsContentsOrWithTheKeywordSearch) {
   WindowProgram p(SettingsText(1, 1, 1200));
-  QTimer answer;
-  QObject::connect(&answer, &QTimer::timeout, [] {
-    if (QWidget* w = QApplication::activeModalWidget()) {
-      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
-    }
-  });
-  answer.start(30);
-  p.Start();
-  answer.stop();
+  {
+    DismissModals dismiss;  // the unavailable device brings a message and the port dialog
+    p.Start();
+  }
   p.window.findChild<QAction*>("mnuHelpCont")->trigger();
   HelpWindow* help = p.window.Help();
   ASSERT_TRUE(help->isVisible());
