@@ -76,18 +76,6 @@ struct WithLogger : Started {
   sim::LoggerLine line;
 };
 
-TEST(Timeset, OpeningShowsThePresentTimeAsCorrectedByTheOffsetWithTheLabelsCleared) {
-  Started t;
-  std::vector<std::string> shown;
-  t.OpenFromMenuAt(At(2025, 3, 4, 5, 6, 7), [&] {
-    for (int n = 1; n <= 6; ++n) shown.push_back(t.Text(n));
-    EXPECT_EQ(t.app->v.frmTimeset.Label7.caption, "");
-    EXPECT_EQ(t.app->v.frmTimeset.Label8.caption, "");
-    t.Do(TimesetCancel);
-  });
-  EXPECT_EQ(shown, (std::vector<std::string>{"3", "4", "2025", "5", "6", "7"}));
-}
-
 TEST(Timeset, EachUpDownWrapsItsOwnPartAndNeverCarriesIntoAnother) {
   Started t;  // opens on 21 November 2026, 12:00:00
   t.OpenFromMenuAt(At(2026, 11, 21, 12, 0, 0), [&] {
