@@ -69,6 +69,16 @@ void InstallDefaultCaptions(Views& v) {
   l.Command1.caption = "OK";
   l.Command2.caption = "Cancel";
 
+  FrmTimesetView& c = v.frmTimeset;
+  c.caption = "Set Date and Time";
+  c.Label9.caption =
+      "The program needs the correct present time to calculate timing for logger downloads.  Your system clock "
+      "will not change.";
+  const char* parts[] = {"Month:", "Day:", "Year:", "Hour:", "Minutes:", "Seconds:"};
+  for (int i = 1; i <= 6; ++i) c.Caption(i).caption = parts[i - 1];
+  c.Command2.caption = "OK";
+  c.Command3.caption = "Cancel";
+
   v.about2.caption = "About";
   v.about2.Command1.caption = "OK";
   v.about2.Label11.caption = "Desktop companion for serial data loggers";

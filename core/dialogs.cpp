@@ -3,6 +3,7 @@
 #include "core/app.h"
 #include "core/language.h"
 #include "link/link_supervision.h"
+#include "link/timeset.h"
 
 namespace quillet {
 
@@ -11,6 +12,7 @@ void OpenDialog(App& app, DialogId dialog) {
     case DialogId::frmPort: OpenFrmPort(app); break;
     case DialogId::langfrm: OpenLangfrm(app); break;
     case DialogId::about2: OpenAbout2(app); break;
+    case DialogId::frmTimeset: OpenFrmTimeset(app); break;
     default: break;
   }
 }

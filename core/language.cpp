@@ -87,6 +87,13 @@ void ApplyLanguage(App& app) {
   lang.Command1.caption = t(120);
   lang.Command2.caption = t(119);
 
+  FrmTimesetView& timeset = app.v.frmTimeset;
+  timeset.Label9.caption = t(94);
+  timeset.caption = t(95);
+  for (int i = 1; i <= 6; ++i) timeset.Caption(i).caption = t(95 + i);
+  timeset.Command2.caption = t(120);
+  timeset.Command3.caption = t(119);
+
   app.v.about2.caption = t(44);
   app.v.about2.Command1.caption = t(120);
   FillEditionTexts(app);

@@ -3,6 +3,8 @@
 // handlers write and the Qt shell mirrors into its widget after every event.
 #include <string>
 
+#include "core/bounded_table.h"
+
 namespace quillet {
 
 // Colours are kept as the platform keeps them: blue, green, red from the high byte.
@@ -98,11 +100,49 @@ struct About2View {
   }
 };
 
+struct FrmTimesetView {
+  std::string caption;
+  bool visible = false;
+  // Label1..Label6 caption the six parts, Text1..Text6 show them, UpDown1..UpDown6 step
+  // them; Label7 is the date in words, Label8 the time, Label9 the notice.
+  Control Label1, Label2, Label3, Label4, Label5, Label6;
+  Control Text1, Text2, Text3, Text4, Text5, Text6;
+  Control UpDown1, UpDown2, UpDown3, UpDown4, UpDown5, UpDown6;
+  Control Label7, Label8, Label9, Command2, Command3;
+  Table<int, 1, 12> DaysInMonth;          // built at each opening
+  Table<std::string, 1, 12> MonthNames;   // copied from the language at each opening
+  int timerInterval = 0;                  // Timer1; 0 until the first opening starts it
+  Control& Text(int n) {
+    Control* t[] = {&Text1, &Text2, &Text3, &Text4, &Text5, &Text6};
+    return *t[n - 1];
+  }
+  Control& Caption(int n) {
+    Control* l[] = {&Label1, &Label2, &Label3, &Label4, &Label5, &Label6};
+    return *l[n - 1];
+  }
+  Control& UpDown(int n) {
+    Control* u[] = {&UpDown1, &UpDown2, &UpDown3, &UpDown4, &UpDown5, &UpDown6};
+    return *u[n - 1];
+  }
+  template <typename F>
+  void ForEach(F&& f) {
+    for (int i = 1; i <= 6; ++i) {
+      const std::string n = std::to_string(i);
+      f(("Label" + n).c_str(), Caption(i));
+      f(("Text" + n).c_str(), Text(i));
+      f(("UpDown" + n).c_str(), UpDown(i));
+    }
+    f("Label7", Label7); f("Label8", Label8); f("Label9", Label9);
+    f("Command2", Command2); f("Command3", Command3);
+  }
+};
+
 struct Views {
   Log1View log1;
   FrmPortView frmPort;
   LangfrmView langfrm;
   About2View about2;
+  FrmTimesetView frmTimeset;
 };
 
 }  // namespace quillet

@@ -5,6 +5,7 @@
 #include "core/app.h"
 #include "core/fault.h"
 #include "link/live_reading.h"
+#include "link/timeset.h"
 
 namespace quillet {
 

@@ -15,6 +15,5 @@ void ShowLiveReading(App& app, const std::string& reply);
 void HeaderReplyEvent(App& app);
 void BlockReplyEvent(App& app);
 void RestartDownload(App& app);
-void HideTimesetDialog(App& app);
 
 }  // namespace quillet

@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -10,11 +11,13 @@
 #include <QRegularExpression>
 #include <QSplitter>
 #include <QTextDocument>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "core/app.h"
 #include "core/language.h"
 #include "link/link_supervision.h"
+#include "link/timeset.h"
 #include "ui/mirror.h"
 
 namespace quillet {
@@ -176,6 +179,82 @@ void AboutDialog::MirrorView() {
 }
 
 void AboutDialog::CloseBox() { Run([this] { About2Close(app_); }); }
+
+// ---- frmTimeset -----------------------------------------------------------------------
+
+TimesetDialog::TimesetDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
+  setObjectName("frmTimeset");
+  auto* layout = new QVBoxLayout(this);
+  auto* notice = new QLabel(this);
+  notice->setObjectName("Label9");
+  notice->setWordWrap(true);
+  layout->addWidget(notice);
+  auto* grid = new QGridLayout;
+  for (int n = 1; n <= 6; ++n) {
+    auto* caption = new QLabel(this);
+    caption->setObjectName(QString("Label%1").arg(n));
+    auto* text = new QLineEdit(this);
+    text->setObjectName(QString("Text%1").arg(n));
+    text->setReadOnly(true);
+    text->setAlignment(Qt::AlignRight);
+    text->setMaximumWidth(70);
+    auto* upDown = new QWidget(this);
+    upDown->setObjectName(QString("UpDown%1").arg(n));
+    auto* arrows = new QVBoxLayout(upDown);
+    arrows->setContentsMargins(0, 0, 0, 0);
+    arrows->setSpacing(0);
+    for (bool up : {true, false}) {
+      auto* b = new QToolButton(upDown);
+      b->setObjectName(QString("UpDown%1%2").arg(n).arg(up ? "Up" : "Down"));
+      b->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
+      b->setAutoRepeat(true);  // held down, it keeps stepping
+      b->setFixedSize(20, 12);
+      arrows->addWidget(b);
+      connect(b, &QToolButton::clicked, this, [this, n, up] {
+        Run([this, n, up] {
+          if (up) {
+            TimesetUpClick(app_, n);
+          } else {
+            TimesetDownClick(app_, n);
+          }
+        });
+      });
+    }
+    grid->addWidget(caption, n - 1, 0);
+    grid->addWidget(text, n - 1, 1);
+    grid->addWidget(upDown, n - 1, 2, Qt::AlignLeft);
+  }
+  grid->setColumnStretch(3, 1);
+  layout->addLayout(grid);
+  for (const char* name : {"Label7", "Label8"}) {
+    auto* l = new QLabel(this);
+    l->setObjectName(name);
+    QFont f = l->font();
+    f.setBold(true);
+    l->setFont(f);
+    layout->addWidget(l);
+  }
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  auto* ok = Button(this, "Command2");
+  auto* cancel = Button(this, "Command3");
+  ok->setDefault(true);
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  layout->addLayout(buttons);
+  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { SetClock(app_); }); });
+  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { TimesetCancel(app_); }); });
+  setMinimumWidth(380);
+}
+
+bool TimesetDialog::LogicVisible() const { return app_.v.frmTimeset.visible; }
+
+void TimesetDialog::MirrorView() {
+  setWindowTitle(QString::fromStdString(app_.v.frmTimeset.caption));
+  DialogMirror().ApplyAll(this, app_.v.frmTimeset);
+}
+
+void TimesetDialog::CloseBox() { Run([this] { TimesetCancel(app_); }); }
 
 // ---- help -----------------------------------------------------------------------------
 

@@ -64,6 +64,19 @@ class AboutDialog : public ShellDialog {
   void CloseBox() override;
 };
 
+// frmTimeset: six parts, each a text field with an up-down control beside it; the
+// logic does every step and wrap, the shell only forwards the clicks.
+class TimesetDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  TimesetDialog(App& app, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+
+ protected:
+  void CloseBox() override;
+};
+
 // The help viewer: the selected language's help file, opened at its contents or with
 // the keyword search (every heading of the file is a keyword).
 class HelpWindow : public QWidget {

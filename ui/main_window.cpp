@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -21,6 +22,7 @@
 #include "core/startup.h"
 #include "link/download.h"
 #include "link/link_supervision.h"
+#include "link/timeset.h"
 #include "measure/temperature_unit.h"
 #include "ui/dialogs.h"
 
@@ -119,7 +121,7 @@ void MainWindow::BuildMenus() {
   file->addSeparator();
   AddAction(file, "mnuExit", [this](App&) { close(); });
 
-  AddBarCommand("mnuSetTime", nullptr);
+  AddBarCommand("mnuSetTime", MnuSetTime);
   AddBarCommand("mnuDownload", StartDownload);
   AddBarCommand("mnuPort", MnuPort);
 
@@ -270,6 +272,8 @@ void MainWindow::BuildCentral() {
   findChild<QPushButton*>("Command5")->setText("High Cal");
   findChild<QPushButton*>("Command6")->setText("Low Cal");
   connect(findChild<QPushButton*>("Command1"), &QPushButton::clicked, this, [this] { Run(Command1Click); });
+  connect(findChild<QPushButton*>("Command5"), &QPushButton::clicked, this, [this] { Run(Command5Click); });
+  connect(findChild<QPushButton*>("Command6"), &QPushButton::clicked, this, [this] { Run(Command6Click); });
   buttons->addStretch();
   middle->addLayout(buttons, 1);
   outer->addLayout(middle, 30);
@@ -310,6 +314,7 @@ void MainWindow::Attach(App& app) {
   dialogs_[DialogId::frmPort] = new PortDialog(app, this);
   dialogs_[DialogId::langfrm] = new LanguageDialog(app, this);
   dialogs_[DialogId::about2] = new AboutDialog(app, this);
+  dialogs_[DialogId::frmTimeset] = new TimesetDialog(app, this);
   help_ = new HelpWindow(this);
 }
 
@@ -413,6 +418,23 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   } else {
     event->ignore();
   }
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  // The character a key gives, as the window receives it: Ctrl with a letter is the
+  // control code 1..26 whatever text the platform attaches to it.
+  int code = -1;
+  const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier) && !event->modifiers().testFlag(Qt::AltModifier);
+  if (ctrl && event->key() >= Qt::Key_A && event->key() <= Qt::Key_Z) {
+    code = event->key() - Qt::Key_A + 1;
+  } else if (!event->text().isEmpty()) {
+    code = event->text().at(0).unicode();
+  }
+  if (code < 0) {
+    QMainWindow::keyPressEvent(event);
+    return;
+  }
+  Run([code](App& app) { Log1KeyPress(app, code); });
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event) {

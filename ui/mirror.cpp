@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
 #include <QWidget>
@@ -58,6 +59,8 @@ void Mirror::Apply(QObject* target, const Control& c) {
   } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
     button->setText(text);
     if (button->isCheckable() && button->isChecked() != c.checked) button->setChecked(c.checked);
+  } else if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+    if (edit->text() != text) edit->setText(text);
   } else if (auto* bar = qobject_cast<QProgressBar*>(widget)) {
     bar->setValue(static_cast<int>(c.value));
   }

@@ -13,6 +13,7 @@
 #include "core/language.h"
 #include "core/startup.h"
 #include "link/link_supervision.h"
+#include "link/timeset.h"
 
 namespace quillet::testing {
 
@@ -127,7 +128,8 @@ void ScriptedUi::ShowModal(DialogId dialog) {
   if (onModal) {
     onModal(dialog);
   } else if (app) {
-    // By default the user takes the first language, and leaves the port dialog alone.
+    // By default the user takes the first language, leaves the port dialog alone and
+    // confirms the clock as it stands.
     if (dialog == DialogId::langfrm) {
       LangfrmChoose(*app, 1);
       LangfrmOk(*app);
@@ -135,12 +137,15 @@ void ScriptedUi::ShowModal(DialogId dialog) {
       FrmPortCancel(*app);
     } else if (dialog == DialogId::about2) {
       About2Close(*app);
+    } else if (dialog == DialogId::frmTimeset) {
+      SetClock(*app);
     }
   }
   if (app) {
     const bool stillOpen = (dialog == DialogId::langfrm && app->v.langfrm.visible) ||
                            (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
-                           (dialog == DialogId::about2 && app->v.about2.visible);
+                           (dialog == DialogId::about2 && app->v.about2.visible) ||
+                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible);
     if (stillOpen) ADD_FAILURE() << "a modal dialog was left open by the test's user";
   }
 }

@@ -6,6 +6,9 @@
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QToolButton>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -20,6 +23,7 @@
 #include "core/language.h"
 #include "core/startup.h"
 #include "link/link_supervision.h"
+#include "link/timeset.h"
 #include "ui/dialogs.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
@@ -211,6 +215,62 @@ TEST(MainWindow, FirstStartWithNoSettingsAsksForALanguageWithOkAndNoCancel) {
   EXPECT_FALSE(cancelShown);
   EXPECT_TRUE(stayedOpen);
   EXPECT_EQ(p.app->s.settings.LanguageIndex.Value(), 1);
+}
+
+// Starts the program and answers the start-up's port message and dialog with Cancel.
+void StartPastThePortDialog(WindowProgram& p) {
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [] {
+    if (QWidget* w = QApplication::activeModalWidget()) {
+      if (auto* cancel = w->findChild<QPushButton*>("Command2")) cancel->click(); else w->close();
+    }
+  });
+  answer.start(30);
+  p.Start();
+  answer.stop();
+}
+
+TEST(MainWindow, TheTimeSetDialogStepsItsPartsRunsItsClockAndSetsTheOffsetAtOk) {
+  WindowProgram p(SettingsText(1, 1, 1200));
+  StartPastThePortDialog(p);
+  QString title, monthCaption, hourBefore, hourAfter, timeShown;
+  QTimer::singleShot(50, [&] {
+    QWidget* w = QApplication::activeModalWidget();
+    ASSERT_NE(w, nullptr);
+    ASSERT_EQ(w->objectName(), "frmTimeset");
+    title = w->windowTitle();
+    monthCaption = w->findChild<QLabel*>("Label1")->text();
+    hourBefore = w->findChild<QLineEdit*>("Text4")->text();
+    w->findChild<QToolButton*>("UpDown4Up")->click();
+    hourAfter = w->findChild<QLineEdit*>("Text4")->text();
+    QTimer::singleShot(1200, [&, w] {
+      timeShown = w->findChild<QLabel*>("Label8")->text();
+      w->findChild<QPushButton*>("Command2")->click();
+    });
+  });
+  p.window.findChild<QAction*>("mnuSetTime")->trigger();
+  EXPECT_EQ(title, "Set Date and Time");
+  EXPECT_EQ(monthCaption, "Month:");
+  EXPECT_EQ(hourAfter.toInt(), (hourBefore.toInt() + 1) % 24);
+  EXPECT_EQ(timeShown.size(), 8);  // hh:mm:ss, written by the dialog's own timer
+  EXPECT_FALSE(p.window.Dialog(DialogId::frmTimeset)->isVisible());
+  EXPECT_EQ(p.app->s.link.TimeSetDone, 1);
+  // An hour ahead, less whatever part of a second the dialog's clock lagged.
+  EXPECT_NEAR(p.app->s.clock.ClockOffset * 86400.0, hourBefore == "23" ? 82800.0 : -3600.0, 2.0);
+}
+
+TEST(MainWindow, CtrlWInTheWindowUnlocksTheCalibrationButtonsOfAModelSixtyFive) {
+  WindowProgram p(SettingsText(1, 1, 1200));
+  StartPastThePortDialog(p);
+  auto* high = p.window.findChild<QPushButton*>("Command5");
+  auto* low = p.window.findChild<QPushButton*>("Command6");
+  EXPECT_FALSE(high->isEnabled());
+  p.app->s.logger.ModelCode = 65;
+  QKeyEvent ctrlW(QEvent::KeyPress, Qt::Key_W, Qt::ControlModifier, QString(QChar(23)));
+  QApplication::sendEvent(&p.window, &ctrlW);
+  EXPECT_TRUE(high->isEnabled());
+  EXPECT_TRUE(low->isEnabled());
+  EXPECT_EQ(high->text(), "High Cal");
 }
 
 }  // namespace
