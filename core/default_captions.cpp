@@ -69,6 +69,11 @@ void InstallDefaultCaptions(Views& v) {
   l.Command1.caption = "OK";
   l.Command2.caption = "Cancel";
 
+  for (ProbeDialogView* d : {&v.Func1, &v.FUNC2, &v.FUNC3}) {
+    d->Command1.caption = "OK";
+    d->Command2.caption = "Cancel";
+  }
+
   v.about2.caption = "About";
   v.about2.Command1.caption = "OK";
   v.about2.Label11.caption = "Desktop companion for serial data loggers";
