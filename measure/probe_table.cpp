@@ -70,7 +70,7 @@ void ShiftMemoryDown(ProbeMemoryTables& m) {
   }
 }
 
-// The present logger and its probe into memory entry `slot`, and into the last choice.
+// The present logger and its probe into its memory entry (ProbeSlot) and the last choice.
 void RememberPresentProbe(App& app) {
   State& s = app.s;
   ProbeMemoryTables& m = s.probes;
