@@ -78,6 +78,10 @@ void InstallDefaultCaptions(Views& v) {
   for (int i = 1; i <= 6; ++i) c.Caption(i).caption = parts[i - 1];
   c.Command2.caption = "OK";
   c.Command3.caption = "Cancel";
+  for (ProbeDialogView* d : {&v.Func1, &v.FUNC2, &v.FUNC3}) {
+    d->Command1.caption = "OK";
+    d->Command2.caption = "Cancel";
+  }
 
   v.about2.caption = "About";
   v.about2.Command1.caption = "OK";

@@ -4,6 +4,7 @@
 #include "core/language.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "measure/probe_table.h"
 
 namespace quillet {
 
@@ -13,6 +14,9 @@ void OpenDialog(App& app, DialogId dialog) {
     case DialogId::langfrm: OpenLangfrm(app); break;
     case DialogId::about2: OpenAbout2(app); break;
     case DialogId::frmTimeset: OpenFrmTimeset(app); break;
+    case DialogId::Func1: OpenProbeDialog(app, 1); break;
+    case DialogId::FUNC2: OpenProbeDialog(app, 2); break;
+    case DialogId::FUNC3: OpenProbeDialog(app, 3); break;
     default: break;
   }
 }

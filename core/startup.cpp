@@ -136,6 +136,7 @@ void StartProgram(App& app) {
   w.Label3.caption = "Label3";
   w.Label2.visible = w.Label3.visible = false;
   w.Frame2.visible = false;
+  for (int n = 1; n <= 30; ++n) HideAndClear(app.v.Func1.Option[n]);
   // 7
   s.logger.RangeFactor = 1;
   s.link.LivePollEnabled = 0;

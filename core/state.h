@@ -121,6 +121,23 @@ struct ProbeMemoryTables {
   Table<std::string, 0, 12> ProbeUnit, ProbeLabel;
 };
 
+// The probes of probes.dat: three function groups of three sections of ten rows. Rows
+// are numbered 1..30 within their group, so section 2 holds rows 11..20.
+struct ProbeRow {
+  std::string label, unit;
+  Number factor;
+};
+
+struct ProbeGroup {
+  std::string title;
+  Table<std::string, 1, 3> sectionTitles;
+  Table<ProbeRow, 1, 30> rows;
+};
+
+struct ProbeTable {
+  Table<ProbeGroup, 1, 3> groups;
+};
+
 // Scale and panel results shared with the graph and the readouts.
 struct PanelState {
   Number PanelSerial;
@@ -139,8 +156,10 @@ struct State {
   Fonts fonts;
   LanguageData lang;
   ProbeMemoryTables probes;
+  ProbeTable probeTable;
   std::int16_t ProbeUnset = 0;
   Number ProbeSlot;
+  std::int16_t RescaleApproved = 0;
   ScaleTables scales;
   UnitTable UnitByModel;
   TempUnitTable TempUnitNames;

@@ -137,12 +137,36 @@ struct FrmTimesetView {
   }
 };
 
+// Func1, FUNC2 and FUNC3: one probe group each, three section captions over ten choices.
+struct ProbeDialogView {
+  ProbeDialogView() {
+    for (int n = 1; n <= 30; ++n) Option[n].visible = false;
+  }
+  std::string caption;
+  bool visible = false;
+  Control Label1, Label2, Label3;
+  Table<Control, 1, 30> Option;  // Option1 .. Option30
+  Control Command1, Command2;
+  Control& Label(int section) {
+    Control* l[] = {&Label1, &Label2, &Label3};
+    if (section < 1 || section > 3) throw Fault(kFaultSubscript);
+    return *l[section - 1];
+  }
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Label1", Label1); f("Label2", Label2); f("Label3", Label3);
+    for (int n = 1; n <= 30; ++n) f(("Option" + std::to_string(n)).c_str(), Option[n]);
+    f("Command1", Command1); f("Command2", Command2);
+  }
+};
+
 struct Views {
   Log1View log1;
   FrmPortView frmPort;
   LangfrmView langfrm;
   About2View about2;
   FrmTimesetView frmTimeset;
+  ProbeDialogView Func1, FUNC2, FUNC3;
 };
 
 }  // namespace quillet

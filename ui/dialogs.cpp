@@ -1,4 +1,6 @@
 #include "ui/dialogs.h"
+#include "measure/probe_table.h"
+#include <QButtonGroup>
 
 #include <QDialogButtonBox>
 #include <QFile>
@@ -255,6 +257,66 @@ void TimesetDialog::MirrorView() {
 }
 
 void TimesetDialog::CloseBox() { Run([this] { TimesetCancel(app_); }); }
+
+// ---- Func1, FUNC2, FUNC3 --------------------------------------------------------------
+
+ProbeGroupDialog::ProbeGroupDialog(App& app, int group, QWidget* parent) : ShellDialog(app, parent), group_(group) {
+  const char* names[] = {"Func1", "FUNC2", "FUNC3"};
+  setObjectName(names[group - 1]);
+  auto* layout = new QVBoxLayout(this);
+  auto* boxes = new QHBoxLayout;
+  // One choice among all thirty, whichever box it stands in.
+  auto* choices = new QButtonGroup(this);
+  choices->setExclusive(true);
+  for (int section = 1; section <= 3; ++section) {
+    auto* box = new QGroupBox(this);
+    box->setObjectName(QString("Frame%1").arg(section));
+    auto* rows = new QVBoxLayout(box);
+    for (int r = 1; r <= 10; ++r) {
+      const int n = (section - 1) * 10 + r;
+      auto* option = new QRadioButton(box);
+      option->setObjectName(QString("Option%1").arg(n));
+      choices->addButton(option, n);
+      rows->addWidget(option);
+      connect(option, &QRadioButton::clicked, this, [this, n] { Run([this, n] { ProbeDialogChoose(app_, group_, n); }); });
+    }
+    rows->addStretch();
+    boxes->addWidget(box, 0, Qt::AlignTop);
+    sections_[section - 1] = box;
+  }
+  layout->addLayout(boxes);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  auto* ok = Button(this, "Command1");
+  auto* cancel = Button(this, "Command2");
+  ok->setDefault(true);
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  layout->addLayout(buttons);
+  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { ProbeDialogOk(app_, group_); }); });
+  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { ProbeDialogCancel(app_, group_); }); });
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+bool ProbeGroupDialog::LogicVisible() const { return ProbeDialog(app_, group_).visible; }
+
+void ProbeGroupDialog::MirrorView() {
+  ProbeDialogView& d = ProbeDialog(app_, group_);
+  setWindowTitle(QString::fromStdString(d.caption));
+  DialogMirror().ApplyAll(this, d);
+  // A hidden section caption leaves its box untitled; a box with nothing to show goes.
+  for (int section = 1; section <= 3; ++section) {
+    const Control& label = d.Label(section);
+    bool any = label.visible;
+    for (int r = 1; r <= 10; ++r) any = any || d.Option[(section - 1) * 10 + r].visible;
+    QGroupBox* box = sections_[section - 1];
+    const QString title = label.visible ? QString::fromStdString(label.caption) : QString();
+    if (box->title() != title) box->setTitle(title);
+    if (box->isVisibleTo(this) != any) box->setVisible(any);
+  }
+}
+
+void ProbeGroupDialog::CloseBox() { Run([this] { ProbeDialogCancel(app_, group_); }); }
 
 // ---- help -----------------------------------------------------------------------------
 

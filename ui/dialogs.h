@@ -2,6 +2,7 @@
 // The dialogs of the main window as Qt shells over their logic: they forward clicks
 // and mirror their view records.
 #include <QDialog>
+#include <QGroupBox>
 #include <QLabel>
 #include <QTextBrowser>
 #include <QLineEdit>
@@ -75,6 +76,22 @@ class TimesetDialog : public ShellDialog {
 
  protected:
   void CloseBox() override;
+};
+
+// Func1, FUNC2 and FUNC3: the probes of one group, in three boxes of ten choices.
+class ProbeGroupDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  ProbeGroupDialog(App& app, int group, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+
+ protected:
+  void CloseBox() override;
+
+ private:
+  int group_;
+  QGroupBox* sections_[3] = {};
 };
 
 // The help viewer: the selected language's help file, opened at its contents or with

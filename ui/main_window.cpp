@@ -23,6 +23,7 @@
 #include "link/download.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "measure/probe_table.h"
 #include "measure/temperature_unit.h"
 #include "ui/dialogs.h"
 
@@ -129,9 +130,9 @@ void MainWindow::BuildMenus() {
   func->addSeparator();
   AddAction(func, "mnudegF", [](App& a) { SetTemperatureUnit(a, 1); }, true);
   AddAction(func, "mnudegC", [](App& a) { SetTemperatureUnit(a, 0); }, true);
-  AddAction(func, "func01", nullptr);
-  AddAction(func, "func02", nullptr);
-  AddAction(func, "func03", nullptr);
+  AddAction(func, "func01", Func01);
+  AddAction(func, "func02", Func02);
+  AddAction(func, "func03", Func03);
 
   AddBarCommand("mnuScale", nullptr);
 
@@ -315,6 +316,9 @@ void MainWindow::Attach(App& app) {
   dialogs_[DialogId::langfrm] = new LanguageDialog(app, this);
   dialogs_[DialogId::about2] = new AboutDialog(app, this);
   dialogs_[DialogId::frmTimeset] = new TimesetDialog(app, this);
+  dialogs_[DialogId::Func1] = new ProbeGroupDialog(app, 1, this);
+  dialogs_[DialogId::FUNC2] = new ProbeGroupDialog(app, 2, this);
+  dialogs_[DialogId::FUNC3] = new ProbeGroupDialog(app, 3, this);
   help_ = new HelpWindow(this);
 }
 

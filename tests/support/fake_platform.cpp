@@ -14,6 +14,7 @@
 #include "core/startup.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "measure/probe_table.h"
 
 namespace quillet::testing {
 
@@ -139,6 +140,12 @@ void ScriptedUi::ShowModal(DialogId dialog) {
       About2Close(*app);
     } else if (dialog == DialogId::frmTimeset) {
       SetClock(*app);
+    } else if (dialog == DialogId::Func1) {
+      ProbeDialogCancel(*app, 1);
+    } else if (dialog == DialogId::FUNC2) {
+      ProbeDialogCancel(*app, 2);
+    } else if (dialog == DialogId::FUNC3) {
+      ProbeDialogCancel(*app, 3);
     }
   }
   if (app) {
@@ -146,6 +153,9 @@ void ScriptedUi::ShowModal(DialogId dialog) {
                            (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
                            (dialog == DialogId::about2 && app->v.about2.visible) ||
                            (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible);
+                           (dialog == DialogId::Func1 && app->v.Func1.visible) ||
+                           (dialog == DialogId::FUNC2 && app->v.FUNC2.visible) ||
+                           (dialog == DialogId::FUNC3 && app->v.FUNC3.visible);
     if (stillOpen) ADD_FAILURE() << "a modal dialog was left open by the test's user";
   }
 }
