@@ -42,6 +42,20 @@ ShellDialog::ShellDialog(App& app, QWidget* parent) : QDialog(parent), app_(app)
 
 void ShellDialog::Run(const std::function<void()>& action) { Dispatch(app_, action); }
 
+void ShellDialog::AddButtonRow(QBoxLayout* layout, std::initializer_list<ButtonSpec> buttons) {
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  bool first = true;
+  for (const ButtonSpec& spec : buttons) {
+    QPushButton* b = Button(this, spec.name);
+    b->setDefault(first);  // the first button answers Return
+    first = false;
+    row->addWidget(b);
+    connect(b, &QPushButton::clicked, this, [this, action = spec.action] { Run(action); });
+  }
+  layout->addLayout(row);
+}
+
 void ShellDialog::reject() { CloseBox(); }
 
 // ---- frmPort --------------------------------------------------------------------------
@@ -69,16 +83,7 @@ PortDialog::PortDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
     connect(option, &QRadioButton::clicked, this, [this, n] { Run([this, n] { FrmPortChoose(app_, n); }); });
   }
   layout->addLayout(grid);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  auto* ok = Button(this, "Command1");
-  auto* cancel = Button(this, "Command2");
-  ok->setDefault(true);
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
-  layout->addLayout(buttons);
-  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { ChoosePort(app_); }); });
-  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { FrmPortCancel(app_); }); });
+  AddButtonRow(layout, {{"Command1", [this] { ChoosePort(app_); }}, {"Command2", [this] { FrmPortCancel(app_); }}});
   setMinimumWidth(380);
 }
 
@@ -114,16 +119,7 @@ LanguageDialog::LanguageDialog(App& app, QWidget* parent) : ShellDialog(app, par
     connect(option, &QRadioButton::clicked, this, [this, n] { Run([this, n] { LangfrmChoose(app_, n); }); });
   }
   layout->addWidget(frame);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  auto* ok = Button(this, "Command1");
-  auto* cancel = Button(this, "Command2");
-  ok->setDefault(true);
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
-  layout->addLayout(buttons);
-  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { LangfrmOk(app_); }); });
-  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { LangfrmCancel(app_); }); });
+  AddButtonRow(layout, {{"Command1", [this] { LangfrmOk(app_); }}, {"Command2", [this] { LangfrmCancel(app_); }}});
   setMinimumWidth(280);
 }
 
@@ -163,13 +159,7 @@ AboutDialog::AboutDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
   addLabel("Label11", 0, false);
   layout->addSpacing(8);
   addLabel("Label8", -1, false);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  auto* ok = Button(this, "Command1");
-  ok->setDefault(true);
-  buttons->addWidget(ok);
-  layout->addLayout(buttons);
-  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { About2Close(app_); }); });
+  AddButtonRow(layout, {{"Command1", [this] { About2Close(app_); }}});
   setMinimumWidth(420);
 }
 
@@ -236,16 +226,7 @@ TimesetDialog::TimesetDialog(App& app, QWidget* parent) : ShellDialog(app, paren
     l->setFont(f);
     layout->addWidget(l);
   }
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  auto* ok = Button(this, "Command2");
-  auto* cancel = Button(this, "Command3");
-  ok->setDefault(true);
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
-  layout->addLayout(buttons);
-  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { SetClock(app_); }); });
-  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { TimesetCancel(app_); }); });
+  AddButtonRow(layout, {{"Command2", [this] { SetClock(app_); }}, {"Command3", [this] { TimesetCancel(app_); }}});
   setMinimumWidth(380);
 }
 
@@ -285,16 +266,8 @@ ProbeGroupDialog::ProbeGroupDialog(App& app, int group, QWidget* parent) : Shell
     sections_[section - 1] = box;
   }
   layout->addLayout(boxes);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  auto* ok = Button(this, "Command1");
-  auto* cancel = Button(this, "Command2");
-  ok->setDefault(true);
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
-  layout->addLayout(buttons);
-  connect(ok, &QPushButton::clicked, this, [this] { Run([this] { ProbeDialogOk(app_, group_); }); });
-  connect(cancel, &QPushButton::clicked, this, [this] { Run([this] { ProbeDialogCancel(app_, group_); }); });
+  AddButtonRow(layout, {{"Command1", [this] { ProbeDialogOk(app_, group_); }},
+                        {"Command2", [this] { ProbeDialogCancel(app_, group_); }}});
   layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 

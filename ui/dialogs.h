@@ -1,7 +1,9 @@
 #pragma once
 // The dialogs of the main window as Qt shells over their logic: they forward clicks
 // and mirror their view records.
+#include <QBoxLayout>
 #include <QDialog>
+#include <functional>
 #include <QGroupBox>
 #include <QLabel>
 #include <QTextBrowser>
@@ -23,6 +25,12 @@ class ShellDialog : public QDialog {
 
  protected:
   void Run(const std::function<void()>& action);  // one event through the dispatcher
+  struct ButtonSpec {
+    const char* name;
+    std::function<void()> action;
+  };
+  // A row of buttons at the right edge, each running its action as one event.
+  void AddButtonRow(QBoxLayout* layout, std::initializer_list<ButtonSpec> buttons);
   void reject() override;                         // Escape and the close box
   virtual void CloseBox() = 0;
   App& app_;
