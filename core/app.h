@@ -50,6 +50,8 @@ struct App {
   DispatchingPoster poster;
   CommPort port;
   int dispatchDepth = 0;
+  // Told after each live reading has been shown (the command-line tool prints it).
+  std::function<void()> onLiveReadingShown;
   bool ended = false;
   int exitCode = 0;
 };

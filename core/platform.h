@@ -91,8 +91,13 @@ class ByteTransport {
 
 // Where the program's files lie.
 struct FilePlaces {
+  FilePlaces(std::string program = ".", std::string current = ".")
+      : programDir(std::move(program)), currentDir(std::move(current)) {}
   std::string programDir = ".";   // loglang.txt, probes.dat, help files
   std::string currentDir = ".";   // logger1.ini
+  // The command-line tool may name the settings and probe files itself.
+  std::string settingsFile;       // empty: currentDir/logger1.ini
+  std::string probesFile;         // empty: programDir/probes.dat
 };
 
 }  // namespace quillet

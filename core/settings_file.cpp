@@ -40,7 +40,10 @@ std::string Tail(const std::string& s, std::size_t n) { return s.size() <= n ? s
 
 }  // namespace
 
-std::string SettingsPath(const App& app) { return app.p.places.currentDir + "/" + kSettingsFileName; }
+std::string SettingsPath(const App& app) {
+  if (!app.p.places.settingsFile.empty()) return app.p.places.settingsFile;
+  return app.p.places.currentDir + "/" + kSettingsFileName;
+}
 
 void ReadSettings(App& app) {
   State& s = app.s;

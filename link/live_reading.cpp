@@ -67,6 +67,7 @@ void ShowLiveReading(App& app, const std::string& reply) {
   w.Label21.visible = !overload;
   w.Label19.visible = !w.Label21.caption.empty();
   app.p.ui.Refresh();
+  if (app.onLiveReadingShown) app.onLiveReadingShown();
   L.LinkMode = kModeIdle;
   L.HeaderRetries = 0;
   if (L.LoggerSeen == 1) return;

@@ -109,7 +109,8 @@ void LoadProbeTable(App& app) {
   try {
     s.ProbeUnset = 0;
     w.func02.visible = w.func03.visible = false;
-    TextReader in = TextReader::Open(app.p.places.programDir + "/probes.dat");
+    TextReader in = TextReader::Open(app.p.places.probesFile.empty() ? app.p.places.programDir + "/probes.dat"
+                                                                      : app.p.places.probesFile);
     for (int g = 1; g <= kGroups; ++g) {
       ProbeGroup& group = s.probeTable.groups[g];
       ReadGroup(in, group);

@@ -152,7 +152,7 @@ void ScriptedUi::ShowModal(DialogId dialog) {
     const bool stillOpen = (dialog == DialogId::langfrm && app->v.langfrm.visible) ||
                            (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
                            (dialog == DialogId::about2 && app->v.about2.visible) ||
-                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible);
+                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible) ||
                            (dialog == DialogId::Func1 && app->v.Func1.visible) ||
                            (dialog == DialogId::FUNC2 && app->v.FUNC2.visible) ||
                            (dialog == DialogId::FUNC3 && app->v.FUNC3.visible);

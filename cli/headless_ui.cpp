@@ -1,0 +1,60 @@
+#include "cli/headless_ui.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "core/app.h"
+#include "core/language.h"
+#include "link/link_supervision.h"
+#include "link/timeset.h"
+#include "measure/probe_table.h"
+
+namespace quillet {
+
+MsgAnswer HeadlessUi::Message(const MessageRequest& r) {
+  lastMessage = r.text;
+  std::string text = r.text;
+  for (char& c : text) {
+    if (c == '\n' || c == '\r') c = ' ';
+  }
+  // A message with no words (a language table not chosen yet) has nothing to tell.
+  if (!text.empty()) {
+    std::fprintf(stderr, "quillet-cli: %s%s%s\n", r.title.c_str(), r.title.empty() ? "" : ": ", text.c_str());
+  }
+  return r.buttons == MsgButtons::YesNo || r.buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
+}
+
+void HeadlessUi::ShowModal(DialogId dialog) {
+  if (!app) return;
+  switch (dialog) {
+    case DialogId::langfrm:
+      LangfrmChoose(*app, 1);
+      LangfrmOk(*app);
+      break;
+    case DialogId::frmTimeset:
+      SetClock(*app);  // the present time, a clock offset of 0
+      break;
+    case DialogId::frmPort: FrmPortCancel(*app); break;
+    case DialogId::about2: About2Close(*app); break;
+    case DialogId::Func1: ProbeDialogCancel(*app, 1); break;
+    case DialogId::FUNC2: ProbeDialogCancel(*app, 2); break;
+    case DialogId::FUNC3: ProbeDialogCancel(*app, 3); break;
+    default: break;
+  }
+}
+
+void HeadlessUi::FatalErrorReport(int, const std::string& text) {
+  std::string t = text;
+  for (char& c : t) {
+    if (c == '\n') c = ' ';
+  }
+  std::fprintf(stderr, "quillet-cli: %s\n", t.c_str());
+}
+
+void HeadlessUi::EndProgramNow(int exitCode) {
+  std::fflush(stdout);
+  std::fflush(stderr);
+  std::_Exit(exitCode == 0 ? 1 : exitCode);
+}
+
+}  // namespace quillet

@@ -1,0 +1,25 @@
+#pragma once
+// The user of the command-line tool: messages go to standard error, questions get the
+// answer that lets the work go on, dialogs are answered as a script needs them.
+#include <string>
+
+#include "core/platform.h"
+
+namespace quillet {
+struct App;
+
+class HeadlessUi : public UserInterface {
+ public:
+  MsgAnswer Message(const MessageRequest& request) override;
+  void ShowModal(DialogId dialog) override;
+  void Refresh() override {}
+  void Beep() override {}
+  void ShowHelp(const std::string&, HelpCommand) override {}
+  void FatalErrorReport(int faultNumber, const std::string& text) override;
+  void EndProgramNow(int exitCode) override;
+
+  App* app = nullptr;
+  std::string lastMessage;
+};
+
+}  // namespace quillet
