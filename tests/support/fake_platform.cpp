@@ -124,6 +124,18 @@ MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
   }
 }
 
+std::string ScriptedUi::OpenFileDialog(const std::string& filter) {
+  fileFilters.push_back(filter);
+  if (fileAnswers.empty()) {
+    ADD_FAILURE() << "a file dialog opened with no answer scripted";
+    throw Fault(kFaultCancel);
+  }
+  std::string path = fileAnswers.front();
+  fileAnswers.erase(fileAnswers.begin());
+  if (path.empty()) throw Fault(kFaultCancel);
+  return path;
+}
+
 void ScriptedUi::ShowModal(DialogId dialog) {
   modals.push_back(dialog);
   if (onModal) {
@@ -152,7 +164,7 @@ void ScriptedUi::ShowModal(DialogId dialog) {
     const bool stillOpen = (dialog == DialogId::langfrm && app->v.langfrm.visible) ||
                            (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
                            (dialog == DialogId::about2 && app->v.about2.visible) ||
-                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible);
+                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible) ||
                            (dialog == DialogId::Func1 && app->v.Func1.visible) ||
                            (dialog == DialogId::FUNC2 && app->v.FUNC2.visible) ||
                            (dialog == DialogId::FUNC3 && app->v.FUNC3.visible);
