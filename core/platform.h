@@ -39,6 +39,10 @@ class UserInterface {
   // Mirrors the view model into the windows at once (a control asked for a refresh).
   virtual void Refresh() = 0;
   virtual void Beep() = 0;
+  // The file-open dialog, started with an empty name. The filter comes in pairs of
+  // description and pattern separated by "|" ("txt files (*.txt)|*.txt"). Returns the
+  // chosen path; Cancel is fault 32755.
+  virtual std::string OpenFileDialog(const std::string& filter) = 0;
   virtual void ShowHelp(const std::string& helpFile, HelpCommand command) = 0;
   // The platform's fatal run-time error report; the program ends after it.
   virtual void FatalErrorReport(int faultNumber, const std::string& text) = 0;

@@ -83,8 +83,11 @@ struct SampleRecord {
   SampleTimes FullTimes, ShownTimes, ZoomTimes;
   ZoomValueTable ZoomValues;
   Number FullMin, FullMax, FullAvg;
-  std::string RecordTitle;
-  Table<std::string, 1, 6> RecordDescription;  // the six further description texts
+  Number ShownMin, ShownMax, ShownAvg;  // statistics of what the graph shows
+  // Descriptive texts. RecordText4 and RecordText6 are never edited: cleared at each
+  // download, carried along from a file. RecordStats is composed at each save.
+  std::string RecordTitle, RecordIdent, RecordRemarks, RecordText4, RecordLocation, RecordText6;
+  std::string RecordStats;
   std::int16_t RecordFromFile = 0;
   Number RecordSaved;
 };
@@ -167,6 +170,8 @@ struct State {
   std::int16_t EditionFlag = 1;
   std::int16_t DisplayedSaved = 0;
   std::int16_t GraphZoomed = 0;
+  std::int16_t OpenRetry = 0;  // the Open command runs again after a failed read
+  std::string OpenFileName;
 };
 
 }  // namespace quillet

@@ -167,7 +167,7 @@ void TextWriter::Raw(std::string_view s) {
 }
 
 void TextWriter::EndLine() {
-  out_ += '\n';
+  out_ += lineEnd_;
   lineStarted_ = false;
 }
 

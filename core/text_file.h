@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/cell.h"
 #include "core/number.h"
@@ -48,6 +49,7 @@ std::string StrOfNumber(Number value);
 // leaves half a file where a good one was.
 class TextWriter {
  public:
+  explicit TextWriter(std::string lineEnd = "\n") : lineEnd_(std::move(lineEnd)) {}
   void Text(std::string_view s);
   void Num(Number n);   // empty number: nothing
   void Put(const Cell& c);
@@ -59,6 +61,7 @@ class TextWriter {
 
  private:
   void Separator();
+  std::string lineEnd_;
   std::string out_;
   bool lineStarted_ = false;
 };

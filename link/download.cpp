@@ -290,8 +290,10 @@ void FinishBlock(App& app) {
   r.FullSampleCount = G.StoredSamples;
   r.LoggerNumber = G.LoggerSerial;
   r.RecordInterval = G.SampleInterval;
-  r.RecordTitle.clear();
-  for (int i = 1; i <= 6; ++i) r.RecordDescription[i].clear();
+  for (std::string* t : {&r.RecordTitle, &r.RecordIdent, &r.RecordRemarks, &r.RecordText4, &r.RecordLocation,
+                         &r.RecordText6, &r.RecordStats}) {
+    t->clear();
+  }
   DecodeRecord(app);
   w.Label40.caption = GeneralNumber(r.RecordSampleCount);
   w.Label40.visible = true;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileDialog>
 #include <QFrame>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -18,6 +19,7 @@
 #include <cstdlib>
 
 #include "core/app.h"
+#include "core/fault.h"
 #include "core/language.h"
 #include "core/startup.h"
 #include "link/download.h"
@@ -25,6 +27,7 @@
 #include "link/timeset.h"
 #include "measure/probe_table.h"
 #include "measure/temperature_unit.h"
+#include "storage/record_file.h"
 #include "ui/dialogs.h"
 
 namespace quillet {
@@ -107,7 +110,7 @@ QAction* MainWindow::AddBarCommand(const char* name, std::function<void(App&)> h
 void MainWindow::BuildMenus() {
   QMenu* file = AddMenu(nullptr, "mnuFile");
   AddAction(file, "mnuSaveTXT", nullptr);
-  AddAction(file, "mnuOpen", nullptr);
+  AddAction(file, "mnuOpen", MnuOpen);
   file->addSeparator();
   AddAction(file, "mnuPGraph", nullptr);
   AddAction(file, "mnuPData", nullptr);
@@ -384,6 +387,22 @@ void MainWindow::Refresh() {
 }
 
 void MainWindow::Beep() { QApplication::beep(); }
+
+std::string MainWindow::OpenFileDialog(const std::string& filter) {
+  // "description|pattern|description|pattern": Qt takes the descriptions, which name
+  // their patterns in brackets.
+  const QStringList parts = QString::fromStdString(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i < parts.size(); i += 2) {
+    QString d = parts[i];
+    if (i + 1 < parts.size() && !d.contains('(')) d += " (" + parts[i + 1] + ")";
+    filters << d;
+  }
+  const QString path = QFileDialog::getOpenFileName(isVisible() ? this : nullptr, QString(), QString(),
+                                                    filters.join(";;"));
+  if (path.isEmpty()) throw Fault(kFaultCancel);
+  return path.toStdString();
+}
 
 void MainWindow::ShowHelp(const std::string& helpFile, HelpCommand command) {
   const QString path = QString::fromStdString(app_->p.places.programDir + "/" + helpFile);

@@ -31,6 +31,7 @@ class MainWindow : public QMainWindow, public UserInterface {
   void ShowModal(DialogId dialog) override;
   void Refresh() override;
   void Beep() override;
+  std::string OpenFileDialog(const std::string& filter) override;
   void ShowHelp(const std::string& helpFile, HelpCommand command) override;
   void FatalErrorReport(int faultNumber, const std::string& text) override;
   void EndProgramNow(int exitCode) override;

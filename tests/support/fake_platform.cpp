@@ -124,6 +124,18 @@ MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
   }
 }
 
+std::string ScriptedUi::OpenFileDialog(const std::string& filter) {
+  fileFilters.push_back(filter);
+  if (fileAnswers.empty()) {
+    ADD_FAILURE() << "a file dialog opened with no answer scripted";
+    throw Fault(kFaultCancel);
+  }
+  std::string path = fileAnswers.front();
+  fileAnswers.erase(fileAnswers.begin());
+  if (path.empty()) throw Fault(kFaultCancel);
+  return path;
+}
+
 void ScriptedUi::ShowModal(DialogId dialog) {
   modals.push_back(dialog);
   if (onModal) {

@@ -114,6 +114,8 @@ class ScriptedUi : public UserInterface {
   void ShowModal(DialogId dialog) override;
   void Refresh() override { ++refreshes; }
   void Beep() override { ++beeps; }
+  // Takes the next of fileAnswers; "" is Cancel, and so is running out (a test fault).
+  std::string OpenFileDialog(const std::string& filter) override;
   void ShowHelp(const std::string& helpFile, HelpCommand command) override {
     help.push_back({helpFile, command});
   }
@@ -131,6 +133,8 @@ class ScriptedUi : public UserInterface {
   // What the user does in a modal dialog; must hide it. Default: see ShowModal.
   std::function<void(DialogId)> onModal;
   std::vector<std::pair<std::string, HelpCommand>> help;
+  std::vector<std::string> fileAnswers;  // paths the user picks, in order
+  std::vector<std::string> fileFilters;  // the filter of each file dialog shown
   std::vector<std::pair<int, std::string>> fatal;
   int refreshes = 0, beeps = 0;
   bool ended = false;

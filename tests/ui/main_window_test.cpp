@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QFile>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -178,6 +179,41 @@ TEST(MainWindow, HelpOpensTheLanguagesFileAtItsContentsOrWithTheKeywordSearch) {
   for (int i = 0; i < keywords->count(); ++i) shown += keywords->item(i)->isHidden() ? 0 : 1;
   EXPECT_GE(shown, 1);
   EXPECT_LT(shown, keywords->count());
+}
+
+TEST(MainWindow, OpenShowsTheFileDialogForTextFilesAndReadsTheChosenRecord) {
+  WindowProgram p(SettingsText(1, 1, 1200));
+  {
+    DismissModals dismiss;  // the unavailable device brings a message and the port dialog
+    p.Start();
+  }
+  const QString path = p.dir.path() + "/record.txt";
+  {
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("\"loggerfile\"\r\n\"rev02\"\r\n2\r\n\"Shed\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+            "\"\"\r\n1\r\n42\r\n\"degC\"\r\n46347.5\t20.5\r\n46347.75\t21.5\r\n");
+  }
+  QStringList filters;
+  QTimer::singleShot(50, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    filters = dialog->nameFilters();
+    dialog->selectFile(path);
+    static_cast<QDialog*>(dialog)->accept();  // the file dialog's own accept checks the choice
+  });
+  p.window.findChild<QAction*>("mnuOpen")->trigger();
+  EXPECT_EQ(filters, QStringList{"txt files (*.txt)"});
+  EXPECT_EQ(p.app->s.record.RecordTitle, "Shed");
+  EXPECT_DOUBLE_EQ(p.app->s.record.FullAvg, 21);
+  EXPECT_TRUE(p.window.findChild<QAction*>("mnuPGraph")->isEnabled());
+
+  // Cancel in the dialog leaves the record as it is.
+  QTimer::singleShot(50, [] {
+    if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) dialog->reject();
+  });
+  p.window.findChild<QAction*>("mnuOpen")->trigger();
+  EXPECT_EQ(p.app->s.record.RecordTitle, "Shed");
 }
 
 TEST(MainWindow, FirstStartWithNoSettingsAsksForALanguageWithOkAndNoCancel) {
