@@ -194,14 +194,29 @@ TEST(MainWindow, OpenShowsTheFileDialogForTextFilesAndReadsTheChosenRecord) {
     f.write("\"loggerfile\"\r\n\"rev02\"\r\n2\r\n\"Shed\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
             "\"\"\r\n1\r\n42\r\n\"degC\"\r\n46347.5\t20.5\r\n46347.75\t21.5\r\n");
   }
+  // The user of the file dialog: picks the record, or cancels when there is no path.
+  QString pick = path;
   QStringList filters;
-  QTimer::singleShot(50, [&] {
+  QTimer user;
+  QObject::connect(&user, &QTimer::timeout, [&] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(dialog, nullptr);
+    if (!dialog) return;
     filters = dialog->nameFilters();
-    dialog->selectFile(path);
-    static_cast<QDialog*>(dialog)->accept();  // the file dialog's own accept checks the choice
+    if (pick.isEmpty()) {
+      dialog->reject();
+      return;
+    }
+    // Typed into the name field, as a user would; the dialog's own accept checks it.
+    auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+    if (!name) {
+      ADD_FAILURE() << "the file dialog has no name field";
+      dialog->reject();
+      return;
+    }
+    name->setText(pick);
+    static_cast<QDialog*>(dialog)->accept();
   });
+  user.start(30);
   p.window.findChild<QAction*>("mnuOpen")->trigger();
   EXPECT_EQ(filters, QStringList{"txt files (*.txt)"});
   EXPECT_EQ(p.app->s.record.RecordTitle, "Shed");
@@ -209,11 +224,10 @@ TEST(MainWindow, OpenShowsTheFileDialogForTextFilesAndReadsTheChosenRecord) {
   EXPECT_TRUE(p.window.findChild<QAction*>("mnuPGraph")->isEnabled());
 
   // Cancel in the dialog leaves the record as it is.
-  QTimer::singleShot(50, [] {
-    if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) dialog->reject();
-  });
+  pick.clear();
+  p.app->s.record.RecordTitle = "kept";
   p.window.findChild<QAction*>("mnuOpen")->trigger();
-  EXPECT_EQ(p.app->s.record.RecordTitle, "Shed");
+  EXPECT_EQ(p.app->s.record.RecordTitle, "kept");
 }
 
 TEST(MainWindow, FirstStartWithNoSettingsAsksForALanguageWithOkAndNoCancel) {
