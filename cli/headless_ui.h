@@ -3,6 +3,7 @@
 // answer that lets the work go on, dialogs are answered as a script needs them.
 #include <string>
 
+#include "core/fault.h"
 #include "core/platform.h"
 
 namespace quillet {
@@ -17,6 +18,8 @@ class HeadlessUi : public UserInterface {
   void ShowHelp(const std::string&, HelpCommand) override {}
   void FatalErrorReport(int faultNumber, const std::string& text) override;
   void EndProgramNow(int exitCode) override;
+  // Nothing to choose from without a window: the command names its files itself.
+  std::string OpenFileDialog(const std::string&) override { throw Fault(kFaultCancel); }
 
   App* app = nullptr;
   std::string lastMessage;
