@@ -22,8 +22,6 @@ class Table {
   T& at(double i) { return (*this)[RoundIndex(i)]; }
   const T& at(double i) const { return (*this)[RoundIndex(i)]; }
 
-  void Fill(const T& v) { items_.fill(v); }
-  static constexpr bool Contains(long i) { return i >= Lo && i <= Hi; }
 
  private:
   static long RoundIndex(double i) {

@@ -15,6 +15,17 @@ const char* const kLegalNotice =
     "This program is protected by copyright law. Unauthorized copying or distribution of this "
     "program, or any part of it, is not permitted.";
 
+// The editions whose about box and window title are fixed texts, not language strings.
+struct EditionTexts {
+  const char *title, *company, *street, *town, *phone, *fax, *productLabel, *productShort;
+};
+const EditionTexts kFixedEditions[] = {
+    {"Brindlet Software", "Halvane Systems, Inc.", "400 Quarry Road", "Millbeck, OR 97000",
+     "Telephone (555) 010-4400", "Fax (555) 010-4401", "", ""},
+    {"Datalogger Software", "Tarrow Engineering, Inc.", "18 Foundry Lane", "Easton Vale, PA 19000",
+     "Telephone (555) 010-7700", "Fax (555) 010-7701", "ZQ-KT Datalogger", "ZQ-KT"},
+};
+
 bool LanguageChosen(const App& app) {
   const Number& li = app.s.settings.LanguageIndex;
   return li.Value() >= 1 && li.Value() <= 8;
@@ -171,32 +182,20 @@ void FillEditionTexts(App& app) {
       w.Label8.caption = selected(68);
       w.Label28.caption = selected(68);
     }
-  } else if (edition == 3) {
-    a.Label1.caption = "Brindlet Software";
-    a.Label10.caption = "Halvane Systems, Inc.";
-    a.Label3.caption = "Halvane Systems, Inc.";
-    a.Label4.caption = "400 Quarry Road";
-    a.Label5.caption = "Millbeck, OR 97000";
-    a.Label6.caption = "Telephone (555) 010-4400";
-    a.Label7.caption = "Fax (555) 010-4401";
+  } else if (edition == 3 || edition == 4) {
+    const EditionTexts& e = kFixedEditions[edition - 3];
+    a.Label1.caption = e.title;
+    a.Label10.caption = e.company;
+    a.Label3.caption = e.company;
+    a.Label4.caption = e.street;
+    a.Label5.caption = e.town;
+    a.Label6.caption = e.phone;
+    a.Label7.caption = e.fax;
     a.Label2.caption = kVersion;
     a.Label9.caption = kCompany;
-    w.caption = "Brindlet Software";
-    w.Label8.caption = "";
-    w.Label28.caption = "";
-  } else if (edition == 4) {
-    a.Label1.caption = "Datalogger Software";
-    a.Label10.caption = "Tarrow Engineering, Inc.";
-    a.Label3.caption = "Tarrow Engineering, Inc.";
-    a.Label4.caption = "18 Foundry Lane";
-    a.Label5.caption = "Easton Vale, PA 19000";
-    a.Label6.caption = "Telephone (555) 010-7700";
-    a.Label7.caption = "Fax (555) 010-7701";
-    a.Label2.caption = kVersion;
-    a.Label9.caption = kCompany;
-    w.caption = "Datalogger Software";
-    w.Label8.caption = "ZQ-KT Datalogger";
-    w.Label28.caption = "ZQ-KT";
+    w.caption = e.title;
+    w.Label8.caption = e.productLabel;
+    w.Label28.caption = e.productShort;
   }
 }
 

@@ -35,27 +35,25 @@ const TimerSpec* MainTimers(int& count) {
   return kTimers;
 }
 
-void InstallUsFormats(App& app) {
-  DateFormats& f = app.s.fmt;
-  f.FmtStampLong = "mm/dd/yy hh:mm:ss am/pm";
-  f.FmtStamp = "m/d/yy hh:mm:ss am/pm";
-  f.FmtDate = "m/d/yy";
-  f.FmtTime = "hh:mm:ss am/pm";
-  f.FmtHourMinute = "h:mm am/pm";
-  f.FmtHour = "h am/pm";
-  f.DateStyle = "US";
+namespace {
+
+// The two columns of the date formats, in the order of the DateFormats fields.
+struct DateFormatColumn {
+  const char *stampLong, *stamp, *date, *time, *hourMinute, *hour, *style;
+};
+constexpr DateFormatColumn kUsFormats = {"mm/dd/yy hh:mm:ss am/pm", "m/d/yy hh:mm:ss am/pm", "m/d/yy",
+                                         "hh:mm:ss am/pm", "h:mm am/pm", "h am/pm", "US"};
+constexpr DateFormatColumn kEurFormats = {"dd/mm/yy hh:mm:ss", "d/m/yy hh:mm:ss", "d/m/yy", "hh:mm:ss",
+                                          "h:mm", "   hh", "EUR"};
+
+void InstallFormats(App& app, const DateFormatColumn& c) {
+  app.s.fmt = DateFormats{c.stampLong, c.stamp, c.date, c.time, c.hourMinute, c.hour, c.style};
 }
 
-void InstallEurFormats(App& app) {
-  DateFormats& f = app.s.fmt;
-  f.FmtStampLong = "dd/mm/yy hh:mm:ss";
-  f.FmtStamp = "d/m/yy hh:mm:ss";
-  f.FmtDate = "d/m/yy";
-  f.FmtTime = "hh:mm:ss";
-  f.FmtHourMinute = "h:mm";
-  f.FmtHour = "   hh";
-  f.DateStyle = "EUR";
-}
+}  // namespace
+
+void InstallUsFormats(App& app) { InstallFormats(app, kUsFormats); }
+void InstallEurFormats(App& app) { InstallFormats(app, kEurFormats); }
 
 void MnuUsa(App& app) {
   InstallUsFormats(app);

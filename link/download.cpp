@@ -9,7 +9,6 @@
 #include "core/text_file.h"
 #include "graph/panel.h"
 #include "link/link_supervision.h"
-#include "link/live_reading.h"
 #include "measure/model_table.h"
 #include "measure/probe_table.h"
 #include "measure/record_decoding.h"

@@ -11,6 +11,9 @@ constexpr int kReceiveBufferLimit = 32766;
 constexpr double kTicksPerDay = 98304;
 
 void StartDownload(App& app);
+void RestartDownload(App& app);  // the watchdog's restart of a stalled block
+void HeaderReplyEvent(App& app);  // receive event in header mode
+void BlockReplyEvent(App& app);   // receive event in block mode
 void OnDownloadTick(App& app);
 void OnBlockTick(App& app);
 void OnProgressTick(App& app);

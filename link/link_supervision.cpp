@@ -4,6 +4,7 @@
 
 #include "core/app.h"
 #include "core/fault.h"
+#include "link/download.h"
 #include "link/live_reading.h"
 #include "link/timeset.h"
 

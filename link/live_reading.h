@@ -11,9 +11,4 @@ void OnLiveTick(App& app);
 void LiveReplyEvent(App& app);  // receive event in live mode
 void ShowLiveReading(App& app, const std::string& reply);
 
-// Provided by the download conversation.
-void HeaderReplyEvent(App& app);
-void BlockReplyEvent(App& app);
-void RestartDownload(App& app);
-
 }  // namespace quillet
