@@ -1,8 +1,9 @@
 #pragma once
-#include <map>
-#include <string>
+// The commands of quillet-cli. Each returns the exit code or throws CommandError.
+#include "cli/cli_support.h"
 
 namespace quillet {
-// Each command takes its options as "--name" -> value.
-int RunLive(const std::map<std::string, std::string>& opts);
+int RunLive(const Options& opts);
+int RunDecode(const Options& opts);
+int RunDownload(const Options& opts);
 }  // namespace quillet

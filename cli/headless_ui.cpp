@@ -32,7 +32,9 @@ void HeadlessUi::ShowModal(DialogId dialog) {
       LangfrmOk(*app);
       break;
     case DialogId::frmTimeset:
-      SetClock(*app);  // the present time, a clock offset of 0
+      // OK on the present time: the logger's clock is taken as the computer's.
+      SetClock(*app);
+      app->s.clock.ClockOffset = 0;
       break;
     case DialogId::frmPort: FrmPortCancel(*app); break;
     case DialogId::about2: About2Close(*app); break;

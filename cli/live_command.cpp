@@ -1,54 +1,25 @@
 // quillet-cli live: the window program's live reading, one line per reading.
 #include <QCoreApplication>
-#include <QTimer>
 #include <cstdio>
-#include <map>
-#include <string>
+#include <cstdlib>
 
 #include "cli/cli_commands.h"
-#include "cli/headless_ui.h"
-#include "core/app.h"
+#include "cli/link_session.h"
 #include "core/formatting.h"
-#include "core/startup.h"
-#include "link/link_supervision.h"
-#include "ui/qt_platform.h"
-#include "ui/serial_transport.h"
 
 namespace quillet {
 
-int RunLive(const std::map<std::string, std::string>& opts) {
+int RunLive(const Options& opts) {
   int argc = 1;
   char name[] = "quillet-cli";
   char* argv[] = {name, nullptr};
   QCoreApplication qapp(argc, argv);
 
-  const std::string device = opts.count("--port") ? opts.at("--port") : "";
-  if (device.empty()) {
-    std::fprintf(stderr, "quillet-cli: live needs --port DEVICE\n");
-    return 2;
-  }
+  const std::string device = Required(opts, "live", "--port");
   long count = 0;
-  if (opts.count("--count")) count = std::strtol(opts.at("--count").c_str(), nullptr, 10);
-  std::string baud = opts.count("--baud") ? opts.at("--baud") : "";
-  if (!baud.empty() && baud != "1200" && baud != "4800") {
-    std::fprintf(stderr, "quillet-cli: --baud must be 1200 or 4800\n");
-    return 2;
-  }
-  // COM 1 is the device named on the command line.
-  qputenv("QUILLET_COM1", QByteArray::fromStdString(device));
-
-  HeadlessUi ui;
-  QtClock clock;
-  QtTimers timers;
-  QtPoster poster;
-  SerialTransport transport;
-  FilePlaces places{QCoreApplication::applicationDirPath().toStdString(), "."};
-  places.settingsFile = opts.count("--settings") ? opts.at("--settings") : "/nonexistent/quillet-cli/logger1.ini";
-  if (opts.count("--probes")) places.probesFile = opts.at("--probes");
-  Platform platform{ui, clock, timers, poster, transport, places};
-  App app(platform);
-  ui.app = &app;
-  app.port.onComm = [&app] { OnSerialEvent(app); };
+  if (const std::string* c = Find(opts, "--count")) count = std::strtol(c->c_str(), nullptr, 10);
+  LinkSession session(device, opts);
+  App& app = session.app();
 
   long shown = 0;
   app.onLiveReadingShown = [&] {
@@ -60,20 +31,6 @@ int RunLive(const std::map<std::string, std::string>& opts) {
     std::fflush(stdout);
     if (count > 0 && ++shown >= count) QCoreApplication::exit(0);
   };
-
-  Dispatch(app, [&app] { StartProgram(app); });
-  if (app.ended) return app.exitCode == 0 ? 1 : app.exitCode;
-  if (!app.port.PortOpen()) {
-    std::fprintf(stderr, "quillet-cli: cannot open %s\n", device.c_str());
-    return 1;
-  }
-  // A speed given here comes before the one the settings remember.
-  if (!baud.empty()) {
-    Dispatch(app, [&app, &baud] {
-      app.s.settings.BaudRate = std::stod(baud);
-      app.port.SetSettings(SettingsFor(app.s.settings.BaudRate));
-    });
-  }
   return QCoreApplication::exec();
 }
 

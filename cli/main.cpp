@@ -1,7 +1,6 @@
 // quillet-cli: the logic of the window program without a window.
 #include <cstdio>
 #include <cstring>
-#include <map>
 #include <set>
 #include <string>
 
@@ -20,34 +19,44 @@ const char* const kUsage =
     "  live     --port DEVICE [--baud 1200|4800] [--settings F] [--probes F] [--count N]\n"
     "  render   REC.txt --out FILE.png|FILE.pdf [--size WxH] [--axes] [--settings logger1.ini]\n"
     "\n"
-    "\n"
-    "live prints one line per reading: the present time, the value as the window shows it\n"
-    "(\"OL\" for an overload), a tab, the unit. decode, download and render are not in this\n"
-    "build yet.\n";
+    "decode turns a saved header (the 22 bytes after the acknowledge) and block into a record\n"
+    "file, timed as if the header had been read at --now. download finds the logger on the\n"
+    "device at either speed, reads its memory and writes the record; with --raw also\n"
+    "PREFIX.header.bin and PREFIX.block.bin. live prints one line per reading: the present\n"
+    "time, the value as the window shows it (\"OL\" for an overload), a tab, the unit.\n"
+    "Without --settings a command starts as on a first start.\n";
 
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 2 || std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0 ||
       std::strcmp(argv[1], "help") == 0) {
-    std::fputs(kUsage, stdout);
+    std::fputs(kUsage, argc < 2 ? stderr : stdout);
     return argc < 2 ? 2 : 0;
   }
+  using quillet::CommandError;
+  using quillet::ParseOptions;
   const std::string command = argv[1];
-  if (command == "live") {
-    static const std::set<std::string> known = {"--port", "--baud", "--settings", "--probes", "--count"};
-    std::map<std::string, std::string> opts;
-    for (int i = 2; i < argc; ++i) {
-      const std::string name = argv[i];
-      if (!known.count(name) || i + 1 >= argc) {
-        std::fprintf(stderr, "quillet-cli: live: unknown option or missing value: %s\n", name.c_str());
-        return 2;
-      }
-      opts[name] = argv[++i];
+  try {
+    if (command == "live") {
+      return quillet::RunLive(
+          ParseOptions(command, argc, argv, 2, {"--port", "--baud", "--settings", "--probes", "--count"}));
     }
-    return quillet::RunLive(opts);
+    if (command == "decode") {
+      return quillet::RunDecode(ParseOptions(
+          command, argc, argv, 2,
+          {"--header", "--block", "--now", "--settings", "--probes", "--fahrenheit", "--out"}));
+    }
+    if (command == "download") {
+      return quillet::RunDownload(ParseOptions(
+          command, argc, argv, 2,
+          {"--port", "--baud", "--settings", "--probes", "--out", "--raw", "--timeout"}));
+    }
+  } catch (const CommandError& e) {
+    std::fprintf(stderr, "quillet-cli: %s\n", e.message.c_str());
+    return e.exitCode == 0 ? 1 : e.exitCode;
   }
-  std::fprintf(stderr, "quillet-cli: the command \"%s\" is not available in this build\n", argv[1]);
+  std::fprintf(stderr, "quillet-cli: unknown command \"%s\"\n", argv[1]);
   std::fputs(kUsage, stderr);
   return 2;
 }

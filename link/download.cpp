@@ -108,6 +108,7 @@ void HeaderReplyEvent(App& app) {
   L.HeaderPhase = 0;
   const std::string reply = app.port.Input();
   if (reply.size() < static_cast<std::size_t>(kHeaderBytes)) return;
+  if (app.onHeaderReply) app.onHeaderReply(reply);
   try {
     DecodeHeader(app, reply);
   } catch (const Fault& f) {
@@ -313,6 +314,7 @@ void FinishBlock(App& app) {
   r.FullAvg = Divide(sum, n);
   RedrawGraph(app);
   for (Control* c : {&w.mnuSaveTXT, &w.mnuPGraph, &w.mnuPData, &w.mnuGClip}) c->enabled = true;
+  if (app.onRecordComplete) app.onRecordComplete();
 }
 
 }  // namespace quillet

@@ -13,9 +13,12 @@ namespace {
 
 // The code of the character at a 1-based position; past the end the text is empty, and
 // the code of an empty text is a run-time fault.
-double CodeAt(const std::string& text, double position) {
+double CodeAt(const std::string& text, double position, double sample) {
   const double p = std::nearbyint(position);  // ties to even
-  if (!(p >= 1) || p > static_cast<double>(text.size())) throw Fault(kFaultIllegalCall, "position past the block");
+  if (!(p >= 1) || p > static_cast<double>(text.size())) {
+    throw Fault(kFaultIllegalCall, "sample " + std::to_string(static_cast<long>(sample)) + " lies at position " +
+                                       std::to_string(static_cast<long>(p)) + ", past the end of the block");
+  }
   return static_cast<unsigned char>(text[static_cast<std::size_t>(p) - 1]);
 }
 
@@ -49,10 +52,10 @@ void DecodeRecord(App& app) {
     }
     double raw = 0;
     if (st.logger.RecordReplyFormat == 1) {
-      raw = CodeAt(r.BlockData, p);
+      raw = CodeAt(r.BlockData, p, s);
     } else if (st.logger.RecordReplyFormat == 2) {
-      const double hi = CodeAt(r.BlockData, 2 * p);
-      const double lo = CodeAt(r.BlockData, 2 * p - 1);
+      const double hi = CodeAt(r.BlockData, 2 * p, s);
+      const double lo = CodeAt(r.BlockData, 2 * p - 1, s);
       raw = hi * 16 + lo / 16 - 2048;
     }
     st.logger.RawValue = raw;

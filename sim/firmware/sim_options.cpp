@@ -184,7 +184,7 @@ Signal, in the model's units (degC, A, V, mV, mA; the raw count for unknown mode
   --seed N                noise seed (default 1)
 Wire:
   --link PATH             also make PATH a symbolic link to the terminal (removed at exit)
-  --pause-after-ack MS    pause between 0x04 and the payload (default 20)
+  --pause-after-ack MS    pause between 0x04 and the payload (default 0)
   --turnaround MS         from a command to its reply (default 1)
   --extra-bytes N         bytes after a layout 2 header's 22 (default 4)
 Faults:

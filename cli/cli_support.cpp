@@ -1,0 +1,97 @@
+#include "cli/cli_support.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace quillet {
+
+Options ParseOptions(const std::string& command, int argc, char** argv, int first,
+                     const std::set<std::string>& known, const std::set<std::string>& flags) {
+  Options opts;
+  for (int i = first; i < argc; ++i) {
+    const std::string name = argv[i];
+    if (flags.count(name)) {
+      opts[name] = "1";
+      continue;
+    }
+    if (name.rfind("--", 0) != 0) {
+      if (!known.count("")) throw CommandError{command + ": unexpected argument " + name, 2};
+      std::string& pos = opts[""];
+      pos += (pos.empty() ? "" : "\n") + name;
+      continue;
+    }
+    if (!known.count(name)) throw CommandError{command + ": unknown option " + name, 2};
+    if (i + 1 >= argc) throw CommandError{command + ": " + name + " needs a value", 2};
+    opts[name] = argv[++i];
+  }
+  return opts;
+}
+
+const std::string* Find(const Options& opts, const std::string& name) {
+  auto it = opts.find(name);
+  return it == opts.end() ? nullptr : &it->second;
+}
+
+std::string Required(const Options& opts, const std::string& command, const std::string& name) {
+  const std::string* v = Find(opts, name);
+  if (!v || v->empty()) throw CommandError{command + ": " + name + " is required", 2};
+  return *v;
+}
+
+std::string ProgramDir() {
+  std::error_code ec;
+  const auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+  return ec ? std::string(".") : exe.parent_path().string();
+}
+
+std::string NoSettingsFile() { return "/nonexistent/quillet-cli/logger1.ini"; }
+
+std::string ReadBinaryFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw CommandError{"cannot read " + path + ": " + std::strerror(errno)};
+  std::ostringstream data;
+  data << in.rdbuf();
+  if (in.bad()) throw CommandError{"cannot read " + path};
+  return data.str();
+}
+
+void WriteBinaryFile(const std::string& path, const std::string& bytes) {
+  const std::string temp = path + ".part";
+  {
+    std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+    if (!out) throw CommandError{"cannot write " + path + ": " + std::strerror(errno)};
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    out.flush();
+    if (!out) {
+      std::remove(temp.c_str());
+      throw CommandError{"cannot write " + path};
+    }
+  }
+  std::error_code ec;
+  std::filesystem::rename(temp, path, ec);
+  if (ec) {
+    std::remove(temp.c_str());
+    throw CommandError{"cannot write " + path + ": " + ec.message()};
+  }
+}
+
+void CheckDevice(const std::string& device) {
+  if (::access(device.c_str(), R_OK | W_OK) != 0) {
+    throw CommandError{"cannot open " + device + ": " + std::strerror(errno)};
+  }
+}
+
+std::string BaudOption(const Options& opts) {
+  const std::string* baud = Find(opts, "--baud");
+  if (!baud) return {};
+  if (*baud != "1200" && *baud != "4800") throw CommandError{"--baud must be 1200 or 4800", 2};
+  return *baud;
+}
+
+}  // namespace quillet

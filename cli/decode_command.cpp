@@ -1,0 +1,89 @@
+// quillet-cli decode: a header and a block saved from a logger, turned into a record file
+// exactly as a download in the window would.
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "cli/cli_commands.h"
+#include "cli/headless_ui.h"
+#include "cli/offline_platform.h"
+#include "cli/record_output.h"
+#include "core/app.h"
+#include "core/fault.h"
+#include "core/startup.h"
+#include "link/download.h"
+#include "measure/temperature_unit.h"
+
+namespace quillet {
+
+namespace {
+
+DateTime ParseNow(const std::string& text) {
+  DateParts d;
+  char tail = 0;
+  if (std::sscanf(text.c_str(), "%d-%d-%d %d:%d:%d%c", &d.year, &d.month, &d.day, &d.hour, &d.minute, &d.second,
+                  &tail) != 6 ||
+      d.month < 1 || d.month > 12 || d.day < 1 || d.day > DaysInMonth(d.year, d.month) || d.hour > 23 ||
+      d.minute > 59 || d.second > 59 || d.hour < 0 || d.minute < 0 || d.second < 0 || d.year < 100 || d.year > 9999) {
+    throw CommandError{"decode: --now must be a date and time as \"YYYY-MM-DD hh:mm:ss\", not \"" + text + "\"", 2};
+  }
+  return MakeDateTime(d);
+}
+
+}  // namespace
+
+int RunDecode(const Options& opts) {
+  const std::string headerPath = Required(opts, "decode", "--header");
+  const std::string blockPath = Required(opts, "decode", "--block");
+  const std::string out = Required(opts, "decode", "--out");
+  const DateTime now = ParseNow(Required(opts, "decode", "--now"));
+  const std::string* fahrenheit = Find(opts, "--fahrenheit");
+  if (fahrenheit && *fahrenheit != "0" && *fahrenheit != "1") throw CommandError{"--fahrenheit must be 0 or 1", 2};
+
+  const std::string header = ReadBinaryFile(headerPath);
+  const std::string block = ReadBinaryFile(blockPath);
+  if (header.size() < static_cast<std::size_t>(kHeaderBytes)) {
+    throw CommandError{headerPath + " holds " + std::to_string(header.size()) + " bytes; a header has " +
+                       std::to_string(kHeaderBytes)};
+  }
+
+  HeadlessUi ui;
+  FixedClock clock(now);
+  IdleTimers timers;
+  DroppingPoster poster;
+  OfflineTransport transport;
+  FilePlaces places{ProgramDir(), "."};
+  const std::string* settings = Find(opts, "--settings");
+  places.settingsFile = settings ? *settings : NoSettingsFile();
+  if (const std::string* probes = Find(opts, "--probes")) places.probesFile = *probes;
+  Platform platform{ui, clock, timers, poster, transport, places};
+  App app(platform);
+  ui.app = &app;
+
+  Dispatch(app, [&app] { StartProgram(app); });
+  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
+  if (fahrenheit) {
+    app.s.settings.UseFahrenheit = std::atoi(fahrenheit->c_str());
+    ShowTemperatureUnitChecks(app);
+  }
+
+  try {
+    // A two-byte logger's header leaves the scale byte as its live readings left it.
+    app.s.logger.ScaleByte = 1;
+    app.s.clock.ClockOffset = 0;
+    DecodeHeader(app, header.substr(0, kHeaderBytes));
+    CheckAnnouncedSamples(app);
+    // Every byte of the block goes into the receive buffer, as far as the buffer holds.
+    app.port.SetRThreshold(0);
+    app.port.Input();
+    transport.Feed(block);
+    FinishBlock(app);
+  } catch (const Fault& f) {
+    const std::string why = f.detail().empty() ? FaultDescription(f.number()) : f.detail();
+    throw CommandError{"cannot decode " + blockPath + " (" + std::to_string(block.size()) + " bytes): " + why};
+  }
+  WriteRecordOutputs(app, out, "", header);
+  return 0;
+}
+
+}  // namespace quillet

@@ -1,0 +1,119 @@
+// quillet-cli download: the window program's download from a logger on a serial device,
+// with the clock dialog answered by the present time.
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "cli/cli_commands.h"
+#include "cli/link_session.h"
+#include "cli/record_output.h"
+#include "core/formatting.h"
+#include "link/download.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr int kSuperviseMs = 100;
+constexpr double kDefaultTimeoutSeconds = 30;
+
+void Progress(const std::string& text) {
+  std::fprintf(stderr, "quillet-cli: %s\n", text.c_str());
+  std::fflush(stderr);
+}
+
+}  // namespace
+
+int RunDownload(const Options& opts) {
+  int argc = 1;
+  char name[] = "quillet-cli";
+  char* argv[] = {name, nullptr};
+  QCoreApplication qapp(argc, argv);
+
+  const std::string device = Required(opts, "download", "--port");
+  const std::string out = Required(opts, "download", "--out");
+  const std::string rawPrefix = Find(opts, "--raw") ? *Find(opts, "--raw") : "";
+  double timeout = kDefaultTimeoutSeconds;
+  if (const std::string* t = Find(opts, "--timeout")) {
+    char* end = nullptr;
+    timeout = std::strtod(t->c_str(), &end);
+    if (end == t->c_str() || *end != '\0' || !(timeout > 0)) throw CommandError{"--timeout must be a number of seconds", 2};
+  }
+  LinkSession session(device, opts);
+  App& app = session.app();
+
+  std::string header;
+  app.onHeaderReply = [&header](const std::string& reply) { header = reply.substr(0, kHeaderBytes); };
+  CommandError failure{"", 0};
+  auto fail = [&failure](const CommandError& e) {
+    failure = e;
+    QCoreApplication::exit(e.exitCode);
+  };
+  app.onRecordComplete = [&] {
+    try {
+      WriteRecordOutputs(app, out, rawPrefix, header);
+      Progress("wrote " + out + ": " + GeneralNumber(app.s.record.RecordSampleCount.Value()) + " samples");
+      QCoreApplication::exit(0);
+    } catch (const CommandError& e) {
+      fail(e);
+    }
+  };
+
+  // Waits for the logger and its header, then starts the download as the menu would and
+  // reports the progress until the block is in. The timeout covers finding the logger;
+  // the block then has the time its length needs, with the watchdog's restarts.
+  enum class Phase { Finding, Downloading } phase = Phase::Finding;
+  QElapsedTimer clock;
+  clock.start();
+  double deadline = timeout;
+  std::string lastPercent;
+  QTimer supervisor;
+  QObject::connect(&supervisor, &QTimer::timeout, [&] {
+    const State& s = app.s;
+    const double elapsed = clock.elapsed() / 1000.0;
+    if (phase == Phase::Finding) {
+      if (s.link.LoggerSeen == 1 && s.link.HeaderRead == 1) {
+        if (s.ProbeUnset == 1 && s.logger.ModelCode == 16) {
+          fail({"the logger on " + device + " has no probe chosen; choose its probe in the window first"});
+          return;
+        }
+        try {
+          CheckAnnouncedSamples(app);
+        } catch (const CommandError& e) {
+          fail(e);
+          return;
+        }
+        Progress("logger #" + GeneralNumber(s.logger.LoggerSerial.Value()) + " (" + app.v.log1.Label34.caption +
+                 ") at " + GeneralNumber(s.settings.BaudRate.Value()) + " bit/s, " +
+                 GeneralNumber(s.logger.StoredSamples.Value()) + " samples, " +
+                 GeneralNumber(s.logger.BlockBytes.Value()) + " bytes");
+        Dispatch(app, [&app] { StartDownload(app); });
+        if (app.s.link.DownloadActive != 1) {
+          fail({"the download did not start"});
+          return;
+        }
+        phase = Phase::Downloading;
+        // Three whole block times at the slower speed, on top of what is left.
+        deadline = elapsed + timeout + 3 * (app.s.logger.BlockBytes.Value() * 11 / 1200 + 10);
+      } else if (elapsed > timeout) {
+        fail({"no logger answered on " + device + " within " + GeneralNumber(timeout) + " s"});
+      }
+      return;
+    }
+    const std::string percent = app.v.log1.Label14.caption;
+    if (s.link.BlockPhase == 1 && !percent.empty() && percent != lastPercent) {
+      lastPercent = percent;
+      Progress("downloading " + percent + "%");
+    }
+    if (elapsed > deadline) fail({"the download from " + device + " did not complete"});
+  });
+  supervisor.start(kSuperviseMs);
+  const int code = QCoreApplication::exec();
+  if (!failure.message.empty()) throw failure;
+  return code;
+}
+
+}  // namespace quillet
