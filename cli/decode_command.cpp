@@ -6,7 +6,7 @@
 
 #include "cli/cli_commands.h"
 #include "cli/headless_ui.h"
-#include "cli/offline_platform.h"
+#include "core/offline_platform.h"
 #include "cli/record_output.h"
 #include "core/app.h"
 #include "core/fault.h"

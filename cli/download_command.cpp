@@ -52,9 +52,19 @@ int RunDownload(const Options& opts) {
     failure = e;
     QCoreApplication::exit(e.exitCode);
   };
+  QElapsedTimer clock;
+  clock.start();
+  double blockStart = 0, downloadStart = 0;
+  app.onBlockStarted = [&] { blockStart = clock.nsecsElapsed() / 1e9; };
   app.onRecordComplete = [&] {
+    const double end = clock.nsecsElapsed() / 1e9;
+    const double bytes = app.s.record.BlockData.size() - 2.0;
+    const double wire = bytes * 11 / app.s.settings.BaudRate.Value();
     try {
       WriteRecordOutputs(app, out, rawPrefix, header);
+      Progress("block of " + GeneralNumber(bytes) + " bytes in " + FormatNumber(end - blockStart, "0.000") +
+               " s, on the wire " + FormatNumber(wire, "0.000") + " s; whole download " +
+               FormatNumber(end - downloadStart, "0.000") + " s");
       Progress("wrote " + out + ": " + GeneralNumber(app.s.record.RecordSampleCount.Value()) + " samples");
       QCoreApplication::exit(0);
     } catch (const CommandError& e) {
@@ -66,8 +76,6 @@ int RunDownload(const Options& opts) {
   // reports the progress until the block is in. The timeout covers finding the logger;
   // the block then has the time its length needs, with the watchdog's restarts.
   enum class Phase { Finding, Downloading } phase = Phase::Finding;
-  QElapsedTimer clock;
-  clock.start();
   double deadline = timeout;
   std::string lastPercent;
   QTimer supervisor;
@@ -90,6 +98,7 @@ int RunDownload(const Options& opts) {
                  ") at " + GeneralNumber(s.settings.BaudRate.Value()) + " bit/s, " +
                  GeneralNumber(s.logger.StoredSamples.Value()) + " samples, " +
                  GeneralNumber(s.logger.BlockBytes.Value()) + " bytes");
+        downloadStart = clock.nsecsElapsed() / 1e9;
         Dispatch(app, [&app] { StartDownload(app); });
         if (app.s.link.DownloadActive != 1) {
           fail({"the download did not start"});

@@ -52,9 +52,11 @@ struct App {
   int dispatchDepth = 0;
   // Told after each live reading has been shown (the command-line tool prints it).
   std::function<void()> onLiveReadingShown;
-  // Told of each complete header reply before it is decoded, and of each record whose
-  // block has been unfolded (the command-line tool keeps the raw bytes and writes files).
+  // Told of each complete header reply before it is decoded, of the acknowledge of a
+  // block, and of each record whose block has been unfolded (the command-line tool keeps
+  // the raw bytes, times the block and writes files).
   std::function<void(const std::string& reply)> onHeaderReply;
+  std::function<void()> onBlockStarted;
   std::function<void()> onRecordComplete;
   bool ended = false;
   int exitCode = 0;

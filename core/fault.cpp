@@ -31,19 +31,9 @@ Fault::Fault(int number, std::string detail)
       number_(number),
       detail_(std::move(detail)) {}
 
-double Divide(double a, double b) {
-  if (b == 0.0) throw Fault(kFaultDivisionByZero);
-  return Checked(a / b);
-}
-
 double CheckedLog(double x) {
   if (!(x > 0.0)) throw Fault(kFaultIllegalCall, "logarithm of a value not above 0");
   return Checked(std::log(x));
-}
-
-double Checked(double x) {
-  if (!std::isfinite(x)) throw Fault(kFaultOverflow);
-  return x;
 }
 
 }  // namespace quillet

@@ -2,6 +2,7 @@
 // Run-time faults carry the platform's fault number; the few routines that handle
 // faults branch on it. A fault marked fatal ends the program with the run-time error
 // report instead of just the present action.
+#include <cmath>
 #include <stdexcept>
 #include <string>
 
@@ -49,8 +50,15 @@ class Fault : public std::runtime_error {
 
 // Checked arithmetic of the conversions: a zero divisor or a value that is not finite is
 // a fault, never NaN or infinity.
-double Divide(double a, double b);
+// Inline: they sit in the per-sample path of every conversion.
+inline double Checked(double x) {
+  if (!std::isfinite(x)) throw Fault(kFaultOverflow);
+  return x;
+}
+inline double Divide(double a, double b) {
+  if (b == 0.0) throw Fault(kFaultDivisionByZero);
+  return Checked(a / b);
+}
 double CheckedLog(double x);
-double Checked(double x);
 
 }  // namespace quillet

@@ -145,6 +145,7 @@ void BlockReplyEvent(App& app) {
   w.mnuFunc.visible = false;
   w.mnuScale.visible = false;
   L.BlockPhase = 1;
+  if (app.onBlockStarted) app.onBlockStarted();
 }
 
 void DecodeHeader(App& app, const std::string& reply) {

@@ -13,13 +13,34 @@ namespace {
 
 // The code of the character at a 1-based position; past the end the text is empty, and
 // the code of an empty text is a run-time fault.
-double CodeAt(const std::string& text, double position, double sample) {
-  const double p = std::nearbyint(position);  // ties to even
+// The nearest whole number, ties to even. Adding and taking away 2^52 rounds in the
+// default rounding mode, which is to nearest with ties to even, without a library call.
+inline double RoundHalfEven(double x) {
+  constexpr double kTwo52 = 4503599627370496.0;
+  if (x >= 0 && x < kTwo52) return (x + kTwo52) - kTwo52;
+  return std::nearbyint(x);
+}
+
+// The whole part of a number that is not negative, as Int() gives it.
+inline double WholePart(double x) {
+  if (x >= 0 && x < 9.0e15) return static_cast<double>(static_cast<long long>(x));
+  return Int(x);
+}
+
+inline double CodeAt(const std::string& text, double position, double sample) {
+  const double p = RoundHalfEven(position);
   if (!(p >= 1) || p > static_cast<double>(text.size())) {
     throw Fault(kFaultIllegalCall, "sample " + std::to_string(static_cast<long>(sample)) + " lies at position " +
                                        std::to_string(static_cast<long>(p)) + ", past the end of the block");
   }
   return static_cast<unsigned char>(text[static_cast<std::size_t>(p) - 1]);
+}
+
+// 2 to a power. The exponents here are whole numbers, where ldexp is exact and much
+// cheaper than pow; pow stays for anything else.
+double PowerOfTwo(double e) {
+  if (e == std::floor(e) && e > -1000 && e < 1000) return std::ldexp(1.0, static_cast<int>(e));
+  return std::pow(2.0, e);
 }
 
 }  // namespace
@@ -37,6 +58,7 @@ void DecodeRecord(App& app) {
   double h = H;
   int k = 0;
   double s = r.RecordStoredSamples;
+  const double thinning = PowerOfTwo(H - 1);
   if (s < 1) {
     st.GraphZoomed = 0;
     return;
@@ -44,11 +66,11 @@ void DecodeRecord(App& app) {
   for (;;) {
     const double A = f + (M / 2) * h;
     while (r.RecordRangeMarks[k + 1] > A) ++k;
-    const double D = std::pow(2.0, k) * r.RecordScaleByte;
+    const double D = PowerOfTwo(k) * r.RecordScaleByte;
     double p = s;
     if (H > 1 && s > 1) {
-      const double q = Divide(std::pow(2.0, H - 1) * (s - 1) - 1, M - 1);
-      p = (q - Int(q)) * (M - 1) + 2;
+      const double q = Divide(thinning * (s - 1) - 1, M - 1);
+      p = (q - WholePart(q)) * (M - 1) + 2;
     }
     double raw = 0;
     if (st.logger.RecordReplyFormat == 1) {
@@ -76,7 +98,7 @@ void DecodeRecord(App& app) {
     }
     const double a = H == 0 ? 1 : H;
     const double b = h == 0 ? 1 : h;
-    const double step = std::pow(2.0, a - b);
+    const double step = PowerOfTwo(a - b);
     f = f > 0 ? f - step : M / 2 - step;
     if (f < 0) f = 0;
   }
