@@ -1,0 +1,136 @@
+#pragma once
+// A whole application on the fake platform with the emulator's firmware at the far end of
+// the line, for scenarios of the live reading and the download in virtual time. The
+// firmware's own account of its memory is kept as it stood when it answered each header,
+// so a record can be held against the samples the logger really took.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/app.h"
+#include "link/download.h"
+#include "sim/firmware/logger_line.h"
+#include "support/fake_platform.h"
+
+namespace quillet::testing {
+
+struct ProbeChoice {
+  std::string label, unit, factor;
+};
+
+struct AppOptions {
+  int appBaud = 1200;  // the speed the program tries first
+  int fahrenheit = 0;
+  std::optional<ProbeChoice> lastProbe;  // probe memory entry 11: what a new logger gets
+  std::string unit32;                    // the unit of the custom profile (model 32)
+};
+
+// What the firmware held when it answered a header.
+struct FirmwareTruth {
+  std::vector<std::uint8_t> header;  // the 22 bytes (and any trailing ones)
+  std::vector<sim::TakenSample> samples;
+  std::vector<std::size_t> stored;  // indices into samples, time order
+  double atMs = 0;                  // the program's clock when the header was asked for
+};
+
+// probes.dat: group 1 "AC Probes" with "CT-50" (A rms, 4) in row 1 and "NU-1" (no unit,
+// 2) in row 2; groups 2 and 3 unused.
+inline std::string SmallProbesDat() {
+  std::ostringstream f;
+  const char* titles[3] = {"AC Probes", "Future", "Future"};
+  for (int g = 0; g < 3; ++g) {
+    f << '"' << titles[g] << "\"\n";
+    for (int section = 1; section <= 3; ++section) {
+      f << "\"Section " << section << "\"\n";
+      for (int r = 1; r <= 10; ++r) {
+        if (g == 0 && section == 1 && r == 1) {
+          f << "\"CT-50\",\"A rms\",4\n";
+        } else if (g == 0 && section == 1 && r == 2) {
+          f << "\"NU-1\",\"\",2\n";
+        } else {
+          f << "\"Future\",\"\",1\n";
+        }
+      }
+    }
+  }
+  return f.str();
+}
+
+inline std::string SettingsText(int baud, const AppOptions& o) {
+  std::ostringstream f;
+  f << "\"[PORT etc]\"\n\"comm port =  1\"\n\"language =  1\"\n\"baud =  " << baud << "\"\n\"Fahrenheit =  "
+    << o.fahrenheit << "\"\n\"US Date Format =  0\"\n\"[probe data]\"\n";
+  for (int i = 1; i <= 11; ++i) {
+    if (i == 11 && o.lastProbe) {
+      f << "99," << o.lastProbe->factor << ",\"" << o.lastProbe->unit << "\",\"" << o.lastProbe->label << "\"\n";
+    } else {
+      f << ",,\"\",\"\"\n";
+    }
+  }
+  for (int i = 0; i <= 61; ++i) f << ",,,,,,,\n";
+  // Units of the profile models 20, 21, 22, 23, 29, 30, 31, 32.
+  f << "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"" << o.unit32 << "\"\n";
+  return f.str();
+}
+
+struct EmulatedLoggerApp : TestApp {
+  explicit EmulatedLoggerApp(const sim::LoggerConfig& config, const AppOptions& options = {})
+      : line(config, 0.0) {
+    WriteTwoLanguageFile();  // strings read "en<n>"
+    WriteFile("logger1.ini", SettingsText(options.appBaud, options));
+    WriteFile("probes.dat", SmallProbesDat(), true);
+    transport.peer = [this](const std::string& bytes, double now, int baud, int stopBits) {
+      std::vector<TimedReply> out;
+      if (!plugged) return out;
+      const std::size_t heard = line.Commands().size();
+      for (const sim::TimedByte& b :
+           line.Receive(std::vector<std::uint8_t>(bytes.begin(), bytes.end()), now, baud, stopBits)) {
+        out.push_back({b.at, b.byte});
+      }
+      for (std::size_t i = heard; i < line.Commands().size(); ++i) {
+        if (line.Commands()[i].letter == 'R' && line.Commands()[i].answered) {
+          const sim::Firmware& fw = line.firmware();
+          truth = {fw.Header(), fw.Samples(), fw.StoredSamples(), now * 1000.0};
+        }
+      }
+      return out;
+    };
+    Start();
+  }
+
+  // The first live poll finds the logger at 2 s, its header follows, and a second
+  // reading at 4 s shows the value with its unit.
+  void Connect() { Run(5000); }
+
+  void Do(void (*action)(App&)) {
+    Dispatch(*app, [this, action] { action(*app); });
+  }
+
+  // mnuDownload, then virtual time until the download has ended (or the limit).
+  bool Download(double limitMs = 300000) {
+    Do(StartDownload);
+    return RunUntilIdle(limitMs);
+  }
+  bool RunUntilIdle(double limitMs = 300000) {
+    for (double waited = 0; waited < limitMs; waited += 250) {
+      if (app->s.link.DownloadActive == 0) return true;
+      Run(250);
+    }
+    return app->s.link.DownloadActive == 0;
+  }
+
+  std::size_t Count(char letter) const { return RequestTimes(letter).size(); }
+  const sim::Firmware& fw() const { return line.firmware(); }
+  State& s() { return app->s; }
+  Log1View& w() { return app->v.log1; }
+
+  sim::LoggerLine line;
+  bool plugged = true;
+  FirmwareTruth truth;
+};
+
+}  // namespace quillet::testing
