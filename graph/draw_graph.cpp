@@ -54,7 +54,8 @@ int ToCount(double v) {
 }  // namespace
 
 void EnableCommandMenus(Log1View& w, bool on) {
-  for (Control* c : {&w.mnuFile, &w.mnuSetTime, &w.mnuDownload, &w.mnuDate, &w.mnuHelp, &w.mnuPort}) c->enabled = on;
+  for (Control* c : {&w.mnuFile, &w.mnuSetTime, &w.mnuDownload, &w.mnuDate, &w.mnuHelp, &w.mnuPort})
+    c->enabled = on;
 }
 
 void DrawFrame(DrawSurface& s, const PlotBox& box, double runOn) {
@@ -65,7 +66,8 @@ void DrawFrame(DrawSurface& s, const PlotBox& box, double runOn) {
   s.Line(rt, box.top, box.left, box.top);
 }
 
-void DrawVerticalGrid(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor, double tickLength) {
+void DrawVerticalGrid(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor,
+                      double tickLength) {
   const double xStep = Divide(box.width, gridIntervals);
   const double b = box.Bottom();
   for (int i = 1; i <= gridIntervals - 1; ++i) {
@@ -75,8 +77,9 @@ void DrawVerticalGrid(DrawSurface& s, const PlotBox& box, int gridIntervals, int
   }
 }
 
-void DrawTimeLabels(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor, DateTime axisStart,
-                    double tickDays, const std::string& pattern, double shift, std::vector<std::string>* drawn) {
+void DrawTimeLabels(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor,
+                    DateTime axisStart, double tickDays, const std::string& pattern, double shift,
+                    std::vector<std::string>* drawn) {
   const double xStep = Divide(box.width, gridIntervals);
   const double y = box.Bottom() + 0.06 * box.height;
   const int labels = gridIntervals / minorPerMajor;
@@ -107,8 +110,8 @@ void DrawValueLabels(DrawSurface& s, const PlotBox& box, double x, int tickCount
   }
 }
 
-void DrawTrace(DrawSurface& s, const PlotBox& box, const SampleTimes& times, const SampleValues& values, long n,
-               const TraceAxes& axes, int colour) {
+void DrawTrace(DrawSurface& s, const PlotBox& box, const SampleTimes& times, const SampleValues& values,
+               long n, const TraceAxes& axes, int colour) {
   const double b = box.Bottom();
   const double timeSpan = axes.timeEnd - axes.timeStart;
   const double valueSpan = axes.valueTop - axes.valueBottom;
@@ -223,8 +226,8 @@ void DrawGraph(App& app, DrawSurface& surface) {
   g.timeLabels.clear();
   g.valueLabels.clear();
   DrawVerticalGrid(surface, box, gridIntervals, g.MinorPerMajor, 0.025 * g.PlotHeight);
-  DrawTimeLabels(surface, box, gridIntervals, g.MinorPerMajor, g.AxisTimeStart, g.TimeTickDays, g.TimeLabelFormat,
-                 0.05 * g.PlotWidth, &g.timeLabels);
+  DrawTimeLabels(surface, box, gridIntervals, g.MinorPerMajor, g.AxisTimeStart, g.TimeTickDays,
+                 g.TimeLabelFormat, 0.05 * g.PlotWidth, &g.timeLabels);
   DrawHorizontalGrid(surface, box, g.YTickCount);
   DrawValueLabels(surface, box, 0.12 * g.PlotWidth, g.YTickCount, g.YAxisBottom, g.YTickStep, g.YLabelFormat,
                   &g.valueLabels);
@@ -247,8 +250,8 @@ void DrawGraph(App& app, DrawSurface& surface) {
 
   surface.SetFont(fontName, s.fonts.FontSizes[kScreenFootFont], false);
   surface.TextAt(g.PlotLeft, b + 0.63 * g.PlotBottomMargin,
-                 LanguageText(app, kFooterText) + FormatDateTime(r.ShownTimes[1], s.fmt.FmtStamp) + kLoggerNoText +
-                     FormatNumber(r.LoggerNumber, "######"));
+                 LanguageText(app, kFooterText) + FormatDateTime(r.ShownTimes[1], s.fmt.FmtStamp) +
+                     kLoggerNoText + FormatNumber(r.LoggerNumber, "######"));
   s.panel.GraphLoggerNumber = r.LoggerNumber;
 
   for (Control* c : {&w.Frame2, &w.Label32, &w.Label33, &w.Label27, &w.Label24}) c->visible = true;

@@ -35,12 +35,14 @@ void DrawFrame(DrawSurface& s, const PlotBox& box, double runOn);
 
 // The inner vertical grid lines. Lines that carry a time label run on below the plot by
 // tickLength; a line between two labels stops at the bottom edge.
-void DrawVerticalGrid(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor, double tickLength);
+void DrawVerticalGrid(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor,
+                      double tickLength);
 
 // One label per time tick, from the axis start on, each starting shift units left of its
 // grid line, at 0.06 plot heights under the plot. The texts go to drawn, if given.
-void DrawTimeLabels(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor, DateTime axisStart,
-                    double tickDays, const std::string& pattern, double shift, std::vector<std::string>* drawn);
+void DrawTimeLabels(DrawSurface& s, const PlotBox& box, int gridIntervals, int minorPerMajor,
+                    DateTime axisStart, double tickDays, const std::string& pattern, double shift,
+                    std::vector<std::string>* drawn);
 
 // The inner horizontal grid lines.
 void DrawHorizontalGrid(DrawSurface& s, const PlotBox& box, int tickCount);
@@ -58,7 +60,7 @@ struct TraceAxes {
 
 // One segment per pair of neighbouring samples 1..n, clipped at the top and bottom of
 // the plot, none left out.
-void DrawTrace(DrawSurface& s, const PlotBox& box, const SampleTimes& times, const SampleValues& values, long n,
-               const TraceAxes& axes, int colour);
+void DrawTrace(DrawSurface& s, const PlotBox& box, const SampleTimes& times, const SampleValues& values,
+               long n, const TraceAxes& axes, int colour);
 
 }  // namespace quillet

@@ -54,6 +54,7 @@ struct TimeTickRow {
   TimeTick tick;
 };
 
+// clang-format off
 constexpr TimeTickRow kTimeTicks[] = {
     {75, {15, 1, TimeLabelKind::Time}},
     {150, {30, 1, TimeLabelKind::Time}},
@@ -76,6 +77,7 @@ constexpr TimeTickRow kTimeTicks[] = {
     {6048000, {1209600, 2, TimeLabelKind::Date}},
     {12096000, {2419200, 2, TimeLabelKind::Date}},
 };
+// clang-format on
 
 }  // namespace
 
@@ -89,10 +91,14 @@ TimeTick PickTimeTick(double spanSeconds) {
 
 std::string TimeLabelPattern(TimeLabelKind kind, const DateFormats& fmt) {
   switch (kind) {
-    case TimeLabelKind::Time: return fmt.FmtTime;
-    case TimeLabelKind::HourMinute: return fmt.FmtHourMinute;
-    case TimeLabelKind::Hour: return fmt.FmtHour;
-    case TimeLabelKind::Date: break;
+    case TimeLabelKind::Time:
+      return fmt.FmtTime;
+    case TimeLabelKind::HourMinute:
+      return fmt.FmtHourMinute;
+    case TimeLabelKind::Hour:
+      return fmt.FmtHour;
+    case TimeLabelKind::Date:
+      break;
   }
   return fmt.DateStyle == "US" ? "mm/dd" : "dd/mm";
 }

@@ -108,7 +108,8 @@ void GraphMouseUp(App& app, double x, double y) {
   w.Shape1.visible = false;
   // A drag along one axis only selects nothing, and no zoom starts while a data block
   // arrives or a drawing runs.
-  if (g.ZoomIndexA == g.ZoomIndexB || g.ZoomValueA == g.ZoomValueB || s.link.BlockPhase == 1 || w.busy) return;
+  if (g.ZoomIndexA == g.ZoomIndexB || g.ZoomValueA == g.ZoomValueB || s.link.BlockPhase == 1 || w.busy)
+    return;
   ApplyZoomSelection(app);
   w.Label16.visible = true;
   app.p.ui.Refresh();

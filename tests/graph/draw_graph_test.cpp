@@ -1,11 +1,12 @@
 // The graph as drawn: scales of worked records asserted on the results and on the
 // surface calls, the busy state around the drawing, the statistics frame and the menus.
+#include "graph/draw_graph.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "graph/draw_graph.h"
 #include "graph_test_app.h"
 
 namespace quillet {
@@ -36,8 +37,8 @@ TEST(DrawGraph, AFlatGraphAtTwentySpansFifteenToTwentySixWithEveryCallInItsPlace
   EXPECT_EQ(g.MinorPerMajor, 2);
   EXPECT_EQ(g.TimeLabelFormat, "h:mm");
   EXPECT_EQ(g.timeLabels, (std::vector<std::string>{"12:00", "12:02", "12:04", "12:06", "12:08", "12:10"}));
-  EXPECT_EQ(g.valueLabels, (std::vector<std::string>{"15", "16", "17", "18", "19", "20", "21", "22", "23", "24",
-                                                     "25", "26"}));
+  EXPECT_EQ(g.valueLabels, (std::vector<std::string>{"15", "16", "17", "18", "19", "20", "21", "22", "23",
+                                                     "24", "25", "26"}));
   EXPECT_DOUBLE_EQ(g.PlotLeft, 150);
   EXPECT_DOUBLE_EQ(g.PlotTop, 150);
   EXPECT_DOUBLE_EQ(g.PlotWidth, 750);
@@ -47,8 +48,8 @@ TEST(DrawGraph, AFlatGraphAtTwentySpansFifteenToTwentySixWithEveryCallInItsPlace
   const auto& l = t.surface.lines;
   ASSERT_EQ(l.size(), 4u + 9u + 10u + 9u);
   // Frame: the sides run on 17.5 below the plot.
-  const double frame[4][4] = {{150, 150, 150, 867.5}, {150, 850, 900, 850}, {900, 867.5, 900, 150},
-                              {900, 150, 150, 150}};
+  const double frame[4][4] = {
+      {150, 150, 150, 867.5}, {150, 850, 900, 850}, {900, 867.5, 900, 150}, {900, 150, 150, 150}};
   for (int i = 0; i < 4; ++i) {
     EXPECT_DOUBLE_EQ(l[i].x1, frame[i][0]);
     EXPECT_DOUBLE_EQ(l[i].y1, frame[i][1]);
@@ -82,7 +83,8 @@ TEST(DrawGraph, AFlatGraphAtTwentySpansFifteenToTwentySixWithEveryCallInItsPlace
   EXPECT_EQ(x[19].text, "Cellar");
   EXPECT_EQ(x[19].font, "Arial 12 bold");
   EXPECT_DOUBLE_EQ(x[19].y, 75);
-  EXPECT_EQ(x[20].text, "en5821/11/26 12:00:00" + std::string(75, ' ') + "Logger No:" + std::string(5, ' ') + "42");
+  EXPECT_EQ(x[20].text,
+            "en5821/11/26 12:00:00" + std::string(75, ' ') + "Logger No:" + std::string(5, ' ') + "42");
   EXPECT_EQ(x[20].font, "Arial 8");
   EXPECT_DOUBLE_EQ(x[20].x, 150);
   EXPECT_DOUBLE_EQ(x[20].y, 850 + 0.63 * 150);
@@ -121,7 +123,8 @@ TEST(DrawGraph, ASixHundredSecondTickStartsOnTheTenMinutesBeforeTheFirstSample) 
   t.Fill({first, first + 1000 * kSecond, first + 2000 * kSecond}, {1, 2, 3});
   t.Draw();
   EXPECT_EQ(t.g().TimeTickSeconds, 600);
-  EXPECT_EQ(t.g().timeLabels, (std::vector<std::string>{"10:10", "10:20", "10:30", "10:40", "10:50", "11:00"}));
+  EXPECT_EQ(t.g().timeLabels,
+            (std::vector<std::string>{"10:10", "10:20", "10:30", "10:40", "10:50", "11:00"}));
   // The trace begins 443 of the axis's 3000 seconds right of the left edge.
   const auto trace = t.surface.LinesIn(kRed);
   ASSERT_EQ(trace.size(), 2u);
@@ -212,7 +215,8 @@ TEST(DrawGraph, TheFunctionMenuReturnsOnlyForModelsThatUseIt) {
   const struct {
     int model;
     bool func, scale;
-  } cases[] = {{0, false, false}, {16, true, false}, {22, false, true}, {29, false, true}, {31, false, false}};
+  } cases[] = {
+      {0, false, false}, {16, true, false}, {22, false, true}, {29, false, true}, {31, false, false}};
   for (const auto& c : cases) {
     t.s().logger.ModelCode = c.model;
     t.w().mnuFunc.visible = t.w().mnuScale.visible = false;

@@ -15,7 +15,7 @@ constexpr double kSecond = 1 / 86400.0;
 
 struct GraphApp : TestApp {
   GraphApp() {
-    WriteTwoLanguageFile();  // strings read "en<n>"
+    WriteTwoLanguageFile();           // strings read "en<n>"
     WriteSettings(1, 1, 1200, 0, 0);  // day-first dates
     Start();
     app->s.link.DownloadPercent = 100;
@@ -33,7 +33,8 @@ struct GraphApp : TestApp {
   // n samples a minute apart from noon with the given values.
   void FillMinutes(const std::vector<double>& values) {
     std::vector<double> times;
-    for (std::size_t i = 0; i < values.size(); ++i) times.push_back(kNoon + 60 * kSecond * static_cast<double>(i));
+    for (std::size_t i = 0; i < values.size(); ++i)
+      times.push_back(kNoon + 60 * kSecond * static_cast<double>(i));
     Fill(times, values);
   }
   void Draw() {

@@ -11,7 +11,9 @@ namespace {
 using testing::GraphApp;
 
 struct Panel : GraphApp {
-  void Tick() { Dispatch(*app, [this] { OnPanelTick(*app); }); }
+  void Tick() {
+    Dispatch(*app, [this] { OnPanelTick(*app); });
+  }
 };
 
 TEST(PanelTick, AConnectedLoggerIsNamedAndItsStoredSamplesShownWithThousands) {

@@ -13,9 +13,9 @@ namespace {
 TEST(PickTickStep, RangesAtTheBoundsOfEachStepBelongToTheLowerStep) {
   const struct {
     double range, step;
-  } cases[] = {{10, 1},   {12, 1},    {13, 2},     {24, 2},     {25, 5},  {60, 5},   {61, 10},
-               {100, 10}, {120, 10},  {121, 20},   {1000, 100}, {1, 0.1}, {1.2, 0.1}, {2.4, 0.2},
-               {6, 0.5},  {0.008, 0.001}, {0.5, 0.05}};
+  } cases[] = {{10, 1},    {12, 1},    {13, 2},   {24, 2},        {25, 5},     {60, 5},
+               {61, 10},   {100, 10},  {120, 10}, {121, 20},      {1000, 100}, {1, 0.1},
+               {1.2, 0.1}, {2.4, 0.2}, {6, 0.5},  {0.008, 0.001}, {0.5, 0.05}};
   for (const auto& c : cases) {
     EXPECT_DOUBLE_EQ(PickTickStep(c.range), c.step) << "range " << c.range;
   }

@@ -22,7 +22,9 @@ double XAt(const GraphState& g, double minutesAfterNoon) {
   const double t = testing::kNoon + minutesAfterNoon / 1440;
   return 150 + (t - g.AxisTimeStart) / (g.AxisTimeEnd - g.AxisTimeStart) * 750;
 }
-double YAt(const GraphState& g, double v) { return 850 - (v - g.YAxisBottom) / (g.YAxisTop - g.YAxisBottom) * 700; }
+double YAt(const GraphState& g, double v) {
+  return 850 - (v - g.YAxisBottom) / (g.YAxisTop - g.YAxisBottom) * 700;
+}
 
 struct Zoomable : GraphApp {
   Zoomable() {
@@ -32,15 +34,23 @@ struct Zoomable : GraphApp {
     s().record.RecordUnitText = "degC";
     Draw();
   }
-  void Down(double x, double y) { Dispatch(*app, [&] { GraphMouseDown(*app, x, y); }); }
-  void Move(int buttons, double x, double y) { Dispatch(*app, [&] { GraphMouseMove(*app, buttons, x, y); }); }
-  void Up(double x, double y) { Dispatch(*app, [&] { GraphMouseUp(*app, x, y); }); }
+  void Down(double x, double y) {
+    Dispatch(*app, [&] { GraphMouseDown(*app, x, y); });
+  }
+  void Move(int buttons, double x, double y) {
+    Dispatch(*app, [&] { GraphMouseMove(*app, buttons, x, y); });
+  }
+  void Up(double x, double y) {
+    Dispatch(*app, [&] { GraphMouseUp(*app, x, y); });
+  }
   void Drag(double x1, double y1, double x2, double y2) {
     Down(x1, y1);
     Move(1, x2, y2);
     Up(x2, y2);
   }
-  void Unzoom() { Dispatch(*app, [&] { UnzoomGraph(*app); }); }
+  void Unzoom() {
+    Dispatch(*app, [&] { UnzoomGraph(*app); });
+  }
   double Count() { return s().record.RecordSampleCount; }
 };
 
