@@ -265,14 +265,5 @@ TEST(DrawGraph, EverySamplePairOfAFullRecordIsDrawn) {
   EXPECT_EQ(t.g().timeLabels.front(), "18/11");
 }
 
-TEST(DrawGraph, MoreSamplesThanARecordHoldsEndTheDrawingWithAFault) {
-  GraphApp t;
-  t.FillMinutes({1, 2, 3});
-  t.s().record.RecordSampleCount = 16385;
-  t.Draw();  // the dispatcher ends the action; nothing is drawn
-  EXPECT_TRUE(t.surface.LinesIn(kRed).empty());
-  EXPECT_FALSE(t.ui.ended);
-}
-
 }  // namespace
 }  // namespace quillet

@@ -49,19 +49,5 @@ TEST(PanelTick, AGraphOfAnotherLoggerIsNotedUntilOneOfTheConnectedLoggerIsDrawn)
   EXPECT_EQ(t.s().panel.OtherLoggerNotice, 0);
 }
 
-TEST(PanelTick, WithoutALoggerThePanelEmptiesButTheClockRuns) {
-  Panel t;
-  t.s().link.LoggerSeen = 0;
-  t.w().Label22.visible = t.w().Label7.visible = t.w().Label19.visible = true;
-  t.s().clock.ClockOffset = 1.0 / 24;  // the user's clock is an hour behind
-  t.Tick();
-  EXPECT_EQ(t.w().Frame1.caption, "en90");
-  EXPECT_FALSE(t.w().Label22.visible);
-  EXPECT_FALSE(t.w().Label7.visible);
-  EXPECT_FALSE(t.w().Label19.visible);
-  EXPECT_EQ(t.w().Label1.caption, "11:00:00");
-  EXPECT_TRUE(t.w().Label1.visible);
-}
-
 }  // namespace
 }  // namespace quillet
