@@ -52,6 +52,7 @@ void InstallDefaultCaptions(Views& v) {
   w.Label35.caption = "*";
   w.Label2.caption = "Label2";
   w.Label3.caption = "Label3";
+  w.Shape1.visible = false;  // the zoom rectangle shows only during a drag
 
   FrmPortView& p = v.frmPort;
   p.caption = "PORT SELECTION";

@@ -9,6 +9,7 @@
 #include "core/date_time.h"
 #include "core/number.h"
 #include "core/scale_tables.h"
+#include "graph/graph_state.h"
 #include "measure/model_table.h"
 
 namespace quillet {
@@ -167,6 +168,7 @@ struct State {
   UnitTable UnitByModel;
   TempUnitTable TempUnitNames;
   PanelState panel;
+  GraphState graph;  // scales of the last drawing, and the zoom drag
   std::int16_t EditionFlag = 1;
   std::int16_t DisplayedSaved = 0;
   std::int16_t GraphZoomed = 0;

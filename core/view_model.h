@@ -40,12 +40,18 @@ struct Control {
   X(func03) X(mnuScale) X(mnuDate) X(mnuUsa) X(mnuEur) X(mnuHelp) X(mnuHelpCont)         \
   X(mnuHelpIndex) X(mnuHelpAbout)
 
+// Place of a rectangle shown over a surface, in that surface's units.
+struct Box {
+  double left = 0, top = 0, width = 0, height = 0;
+};
+
 #define QUILLET_DECLARE_CONTROL(name) Control name;
 #define QUILLET_VISIT_CONTROL(name) f(#name, name);
 
 struct Log1View {
   QUILLET_LOG1_CONTROLS(QUILLET_DECLARE_CONTROL)
   QUILLET_LOG1_MENUS(QUILLET_DECLARE_CONTROL)
+  Box Shape1Box;         // the zoom rectangle over Picture1; Shape1.visible shows it
   std::string caption;   // window title
   bool busy = false;     // hourglass pointer
   bool shown = false;

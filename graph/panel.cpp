@@ -18,7 +18,7 @@ void OnPanelTick(App& app) {
                        &w.Label19, &w.Label21}) {
       c->visible = false;
     }
-  } else {
+  } else if (s.link.LoggerSeen == 1) {
     if (s.panel.PanelTitled != 1 || s.logger.LoggerSerial.Value() != s.panel.PanelSerial.Value()) {
       s.panel.PanelSerial = s.logger.LoggerSerial;
       w.Frame1.caption = LanguageText(app, 151) + " " + GeneralNumber(s.panel.PanelSerial) + LanguageText(app, 152);
@@ -43,7 +43,8 @@ void OnPanelTick(App& app) {
 }
 
 void RedrawGraph(App& app) {
-  // The graph surface arrives with the drawing code; until then there is nothing to draw.
+  // DrawGraph needs the window's graph surface, which the window program supplies;
+  // without one there is nothing to draw on.
   (void)app;
 }
 
