@@ -29,6 +29,8 @@ enum class DialogId { frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3 
 // Help service commands, as the help viewer understands them.
 enum class HelpCommand { Contents = 3, KeywordSearch = 261 };
 
+class DrawSurface;
+
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
@@ -48,6 +50,9 @@ class UserInterface {
   virtual void FatalErrorReport(int faultNumber, const std::string& text) = 0;
   // Ends the program at once, with nothing saved.
   virtual void EndProgramNow(int exitCode) = 0;
+  // Draws the graph: the window hands draw its surface, then shows the picture. Without
+  // a graph surface nothing is drawn.
+  virtual void PaintGraph(const std::function<void(DrawSurface&)>& draw) { (void)draw; }
 };
 
 // ---- Time ----------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include "core/app.h"
 #include "core/formatting.h"
 #include "core/text_file.h"
+#include "graph/draw_graph.h"
 
 namespace quillet {
 
@@ -43,9 +44,7 @@ void OnPanelTick(App& app) {
 }
 
 void RedrawGraph(App& app) {
-  // DrawGraph needs the window's graph surface, which the window program supplies;
-  // without one there is nothing to draw on.
-  (void)app;
+  app.p.ui.PaintGraph([&app](DrawSurface& surface) { DrawGraph(app, surface); });
 }
 
 }  // namespace quillet

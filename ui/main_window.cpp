@@ -25,10 +25,12 @@
 #include "link/download.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "graph/zoom.h"
 #include "measure/probe_table.h"
 #include "measure/temperature_unit.h"
 #include "storage/record_file.h"
 #include "ui/dialogs.h"
+#include "ui/graph_view.h"
 
 namespace quillet {
 
@@ -163,32 +165,28 @@ void MainWindow::BuildCentral() {
   outer->setContentsMargins(10, 6, 10, 6);
   outer->setSpacing(6);
 
-  // Graph surface with the start screen's pictures and product labels.
-  auto* graph = new QFrame(central);
-  graph->setObjectName("Picture1");
-  graph->setFrameShape(QFrame::StyledPanel);
-  graph->setAutoFillBackground(true);
-  QPalette gp = graph->palette();
-  gp.setColor(QPalette::Window, Qt::white);
-  graph->setPalette(gp);
-  auto* start = new QVBoxLayout(graph);
+  // Graph surface; before the first graph it shows the start screen's pictures and
+  // product labels.
+  graph_ = new GraphView(central);
+  auto* graph = graph_;
+  auto* start = new QVBoxLayout(graph->StartScreen());
   start->addStretch();
-  auto* picture = AddLabel(graph, "Picture2");
+  auto* picture = AddLabel(graph->StartScreen(), "Picture2");
   picture->setPixmap(StartPicture());
   picture->setAlignment(Qt::AlignCenter);
   start->addWidget(picture);
   for (const char* name : {"Picture3", "Picture4", "Picture5", "Picture6"}) {
-    auto* p = AddLabel(graph, name);
+    auto* p = AddLabel(graph->StartScreen(), name);
     p->hide();
   }
-  auto* product = AddLabel(graph, "Label8");
+  auto* product = AddLabel(graph->StartScreen(), "Label8");
   QFont big("Arial");
   big.setPointSizeF(13.5);
   big.setBold(true);
   product->setFont(big);
   product->setAlignment(Qt::AlignCenter);
   start->addWidget(product);
-  auto* sub = AddLabel(graph, "Label28");
+  auto* sub = AddLabel(graph->StartScreen(), "Label28");
   QFont small("Arial");
   small.setPointSizeF(10);
   sub->setFont(small);
@@ -276,6 +274,7 @@ void MainWindow::BuildCentral() {
   findChild<QPushButton*>("Command5")->setText("High Cal");
   findChild<QPushButton*>("Command6")->setText("Low Cal");
   connect(findChild<QPushButton*>("Command1"), &QPushButton::clicked, this, [this] { Run(Command1Click); });
+  connect(findChild<QPushButton*>("Command2"), &QPushButton::clicked, this, [this] { Run(UnzoomGraph); });
   connect(findChild<QPushButton*>("Command5"), &QPushButton::clicked, this, [this] { Run(Command5Click); });
   connect(findChild<QPushButton*>("Command6"), &QPushButton::clicked, this, [this] { Run(Command6Click); });
   buttons->addStretch();
@@ -307,14 +306,18 @@ void MainWindow::BuildCentral() {
   status->addWidget(AddLabel(central, "Label26"));
   outer->addLayout(status);
 
-  // The zoom rectangle lives over the graph; it arrives with the graph's drawing.
+  // The zoom rectangle: the graph view draws it over its picture from the view model;
+  // this stand-in only carries the name and never takes space or the mouse.
   auto* shape = new QFrame(graph);
   shape->setObjectName("Shape1");
+  shape->setAttribute(Qt::WA_TransparentForMouseEvents);
+  shape->setFixedSize(0, 0);
   shape->hide();
 }
 
 void MainWindow::Attach(App& app) {
   app_ = &app;
+  graph_->Attach(app);
   dialogs_[DialogId::frmPort] = new PortDialog(app, this);
   dialogs_[DialogId::langfrm] = new LanguageDialog(app, this);
   dialogs_[DialogId::about2] = new AboutDialog(app, this);
@@ -365,6 +368,8 @@ void MainWindow::ShowModal(DialogId id) {
   dlg->hide();
 }
 
+void MainWindow::PaintGraph(const std::function<void(DrawSurface&)>& draw) { graph_->Paint(draw); }
+
 void MainWindow::Refresh() {
   if (!app_) return;
   Log1View& v = app_->v.log1;
@@ -376,6 +381,7 @@ void MainWindow::Refresh() {
     unsetCursor();
   }
   mirror_.ApplyAll(this, v);
+  graph_->SyncOverlay();
   for (auto it = dialogs_.begin(); it != dialogs_.end(); ++it) {
     ShellDialog* dlg = it.value();
     dlg->MirrorView();  // hidden dialogs keep their captions in step too

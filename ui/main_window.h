@@ -18,6 +18,7 @@ namespace quillet {
 struct App;
 class ShellDialog;
 class HelpWindow;
+class GraphView;
 
 class MainWindow : public QMainWindow, public UserInterface {
   Q_OBJECT
@@ -35,9 +36,11 @@ class MainWindow : public QMainWindow, public UserInterface {
   void ShowHelp(const std::string& helpFile, HelpCommand command) override;
   void FatalErrorReport(int faultNumber, const std::string& text) override;
   void EndProgramNow(int exitCode) override;
+  void PaintGraph(const std::function<void(DrawSurface&)>& draw) override;
 
   ShellDialog* Dialog(DialogId id) const { return dialogs_.value(id, nullptr); }
   HelpWindow* Help() const { return help_; }
+  GraphView* Graph() const { return graph_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -58,6 +61,7 @@ class MainWindow : public QMainWindow, public UserInterface {
   QMap<DialogId, ShellDialog*> dialogs_;
   QMap<DialogId, QEventLoop*> modalLoops_;
   HelpWindow* help_ = nullptr;
+  GraphView* graph_ = nullptr;
 };
 
 }  // namespace quillet
