@@ -6,4 +6,5 @@ namespace quillet {
 int RunLive(const Options& opts);
 int RunDecode(const Options& opts);
 int RunDownload(const Options& opts);
+int RunRender(const Options& opts);
 }  // namespace quillet

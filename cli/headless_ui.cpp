@@ -13,12 +13,13 @@ namespace quillet {
 
 MsgAnswer HeadlessUi::Message(const MessageRequest& r) {
   lastMessage = r.text;
+  ++messageCount;
   std::string text = r.text;
   for (char& c : text) {
     if (c == '\n' || c == '\r') c = ' ';
   }
   // A message with no words (a language table not chosen yet) has nothing to tell.
-  if (!text.empty()) {
+  if (printMessages && !text.empty()) {
     std::fprintf(stderr, "quillet-cli: %s%s%s\n", r.title.c_str(), r.title.empty() ? "" : ": ", text.c_str());
   }
   return r.buttons == MsgButtons::YesNo || r.buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;

@@ -23,6 +23,9 @@ class HeadlessUi : public UserInterface {
 
   App* app = nullptr;
   std::string lastMessage;
+  int messageCount = 0;
+  // Off: messages are only kept, for a command that reports in its own words.
+  bool printMessages = true;
 };
 
 }  // namespace quillet

@@ -24,6 +24,8 @@ const char* const kUsage =
     "device at either speed, reads its memory and writes the record; with --raw also\n"
     "PREFIX.header.bin and PREFIX.block.bin. live prints one line per reading: the present\n"
     "time, the value as the window shows it (\"OL\" for an overload), a tab, the unit.\n"
+    "render draws a record file's graph as the window does (PNG raster, PDF vector; default\n"
+    "size 1200x600); --axes also prints the scale results and the labels as drawn.\n"
     "Without --settings a command starts as on a first start.\n";
 
 }  // namespace
@@ -51,6 +53,10 @@ int main(int argc, char** argv) {
       return quillet::RunDownload(ParseOptions(
           command, argc, argv, 2,
           {"--port", "--baud", "--settings", "--probes", "--out", "--raw", "--timeout"}));
+    }
+    if (command == "render") {
+      return quillet::RunRender(
+          ParseOptions(command, argc, argv, 2, {"", "--out", "--size", "--settings"}, {"--axes"}));
     }
   } catch (const CommandError& e) {
     std::fprintf(stderr, "quillet-cli: %s\n", e.message.c_str());

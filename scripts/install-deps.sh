@@ -6,7 +6,7 @@ set -euo pipefail
 
 PACKAGES=(
   build-essential cmake pkg-config
-  qt6-base-dev qt6-serialport-dev libqt6serialport6
+  qt6-base-dev qt6-serialport-dev libqt6serialport6 zlib1g-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth xclip xdotool socat poppler-utils
   fonts-liberation2 gnuplot-nox python3-matplotlib imagemagick hyperfine
