@@ -112,17 +112,14 @@ TEST(Describe, DoubleQuotesBecomeBlanksInAllSevenTextsOfTheRecord) {
   EXPECT_EQ(t.r().RecordStats, "Max =  1 ");
 }
 
-TEST(Describe, OkWithNothingChangedOnAFirstUseLeavesTheRecordSaved) {
+TEST(Describe, OkWithoutChangesCountsOnlyAfterAnEarlierChangeAndUntilCancelClearsIt) {
   Annotating t;
   t.r().RecordTitle = "Same";
-  t.Annotate();
+  t.Annotate();  // first use, nothing changed: no redraw, still saved
   EXPECT_EQ(t.r().RecordSaved.Value(), 1);
   EXPECT_FALSE(t.app->v.log1.mnuSaveTXT.enabled);
   EXPECT_EQ(t.app->v.log1.Label16.caption, "en62");
-}
 
-TEST(Describe, OnceChangedAnOkWithoutChangesStillCountsUntilCancelClearsIt) {
-  Annotating t;
   t.type = [](DescribeView& d) { d.Text1.caption = "New"; };
   t.Annotate();
   // Saved again; then OK with the texts as they stand still marks the record unsaved.
@@ -175,23 +172,7 @@ TEST(Describe, CancelAfterEditsKeepsTheOldTextsAndTheRecordSaved) {
   EXPECT_EQ(t.seen[2], "");
 }
 
-TEST(Describe, DescribeAndSaveOptTakeTheirCaptionsFromTheLanguage) {
-  Annotating t;
-  EXPECT_EQ(t.app->v.Describe.caption, "en13");
-  EXPECT_EQ(t.app->v.Describe.Label1.caption, "en12");
-  EXPECT_EQ(t.app->v.Describe.Command2.caption, "en119");
-  EXPECT_EQ(t.app->v.SaveOpt.caption, "en121");
-  EXPECT_EQ(t.app->v.SaveOpt.Command2.caption, "en118");
-}
-
-TEST(GraphToClipboard, ACompleteRecordPutsThePictureOnTheClipboard) {
-  Annotating t;
-  Dispatch(*t.app, [&] { CopyGraphToClipboard(*t.app); });
-  EXPECT_EQ(t.ui.clipboardCopies, 1);
-  EXPECT_TRUE(t.ui.messages.empty());
-}
-
-TEST(GraphToClipboard, WithoutACompleteRecordTheUserIsToldAndTheClipboardIsLeftAlone) {
+TEST(GraphToClipboard, OnlyACompleteRecordIsCopiedOtherwiseTheUserIsTold) {
   Annotating t;
   t.app->s.link.DownloadPercent = 40;
   Dispatch(*t.app, [&] { CopyGraphToClipboard(*t.app); });
@@ -200,6 +181,11 @@ TEST(GraphToClipboard, WithoutACompleteRecordTheUserIsToldAndTheClipboardIsLeftA
   EXPECT_EQ(t.ui.messages[0].text, "No Graph to Copy.  Download First");
   EXPECT_EQ(t.ui.messages[0].title, "en54");
   EXPECT_EQ(t.ui.messages[0].icon, MsgIcon::Information);
+
+  t.app->s.link.DownloadPercent = 100;
+  Dispatch(*t.app, [&] { CopyGraphToClipboard(*t.app); });
+  EXPECT_EQ(t.ui.clipboardCopies, 1);
+  EXPECT_EQ(t.ui.messages.size(), 1u);
 }
 
 }  // namespace

@@ -184,13 +184,19 @@ TEST(SaveCommand, TxtIsAddedUnlessTheFourthCharacterFromTheEndIsAPoint) {
   EXPECT_EQ(SaveNameFor(""), ".txt");
 }
 
-TEST(SaveCommand, AnExistingFileIsReplacedOnlyAfterYes) {
+TEST(SaveCommand, AnExistingFileIsReplacedAfterYesAndLeftAloneAfterCancel) {
   Saving t;
   t.WriteFile("old.txt", "keep me");
+  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Cancel; };
+  t.Save({"old.txt"});
+  EXPECT_EQ(t.ui.saveFilters.size(), 1u);
+  EXPECT_EQ(t.ReadFile("old.txt"), "keep me");
+  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
+
   t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Yes; };
   t.Save({"old.txt"});
-  ASSERT_EQ(t.ui.messages.size(), 1u);
-  const MessageRequest& q = t.ui.messages[0];
+  ASSERT_EQ(t.ui.messages.size(), 2u);
+  const MessageRequest& q = t.ui.messages[1];
   EXPECT_EQ(q.text, "en144");
   EXPECT_EQ(q.title, "en74");
   EXPECT_EQ(q.buttons, MsgButtons::YesNoCancel);
@@ -209,16 +215,6 @@ TEST(SaveCommand, NoAtTheReplaceQuestionBringsBackTheFileDialogNotSaveOpt) {
   EXPECT_EQ(t.ui.saveFilters.size(), 2u);
   EXPECT_EQ(t.ReadFile("old.txt"), "keep me");
   EXPECT_EQ(t.SavedValues("new.txt"), kShown);
-}
-
-TEST(SaveCommand, CancelAtTheReplaceQuestionEndsTheCommand) {
-  Saving t;
-  t.WriteFile("old.txt", "keep me");
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Cancel; };
-  t.Save({"old.txt"});
-  EXPECT_EQ(t.ui.saveFilters.size(), 1u);
-  EXPECT_EQ(t.ReadFile("old.txt"), "keep me");
-  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
 }
 
 TEST(SaveCommand, ARecordFromAFileCanBeSavedOnlyInItsDisplayedPart) {

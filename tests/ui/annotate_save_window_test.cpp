@@ -10,7 +10,6 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
@@ -189,26 +188,6 @@ TEST(ClipboardWindow, GraphToClipboardPutsThePictureOfTheGraphSurfaceThere) {
   const QImage image = QGuiApplication::clipboard()->image();
   ASSERT_FALSE(image.isNull());
   EXPECT_EQ(image.size(), p.window.findChild<QWidget*>("Picture1")->size());
-}
-
-TEST(ClipboardWindow, WithoutACompleteRecordTheMessageComesAndTheClipboardKeepsItsText) {
-  WindowWithRecord p;
-  p.app.s.link.DownloadPercent = 0;
-  QGuiApplication::clipboard()->setText("before");
-  QString text, title;
-  QTimer box;
-  QObject::connect(&box, &QTimer::timeout, [&] {
-    if (auto* m = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-      text = m->text();
-      title = m->windowTitle();
-      m->accept();
-    }
-  });
-  box.start(30);
-  p.Menu("mnuGClip")->trigger();
-  EXPECT_EQ(text, "No Graph to Copy.  Download First");
-  EXPECT_EQ(title, "Sorry");
-  EXPECT_EQ(QGuiApplication::clipboard()->text(), "before");
 }
 
 // Under Xvfb the program owns the X clipboard while xclip, another process, reads it as
