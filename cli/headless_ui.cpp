@@ -5,9 +5,11 @@
 
 #include "core/app.h"
 #include "core/language.h"
+#include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "measure/probe_table.h"
+#include "storage/text_export.h"
 
 namespace quillet {
 
@@ -42,9 +44,13 @@ void HeadlessUi::ShowModal(DialogId dialog) {
     case DialogId::Func1: ProbeDialogCancel(*app, 1); break;
     case DialogId::FUNC2: ProbeDialogCancel(*app, 2); break;
     case DialogId::FUNC3: ProbeDialogCancel(*app, 3); break;
+    case DialogId::Describe: DescribeCancel(*app); break;
+    case DialogId::SaveOpt: SaveOptCancel(*app); break;
     default: break;
   }
 }
+
+void HeadlessUi::PutGraphOnClipboard() { std::fprintf(stderr, "quillet-cli: no clipboard without a window\n"); }
 
 void HeadlessUi::FatalErrorReport(int, const std::string& text) {
   std::string t = text;

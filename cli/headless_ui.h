@@ -20,6 +20,9 @@ class HeadlessUi : public UserInterface {
   void EndProgramNow(int exitCode) override;
   // Nothing to choose from without a window: the command names its files itself.
   std::string OpenFileDialog(const std::string&) override { throw Fault(kFaultCancel); }
+  std::string SaveFileDialog(const std::string&) override { throw Fault(kFaultCancel); }
+  // There is no clipboard without a window; the user is told so.
+  void PutGraphOnClipboard() override;
 
   App* app = nullptr;
   std::string lastMessage;

@@ -84,6 +84,23 @@ void InstallDefaultCaptions(Views& v) {
     d->Command2.caption = "Cancel";
   }
 
+  DescribeView& d = v.Describe;
+  d.caption = "Graph Description:";
+  d.Label9.caption = "Graph Description:";
+  d.Label2.caption = "Information which will be stored with the graph file";
+  d.Label1.caption = "Graph Title:";
+  d.Label3.caption = "Ident:";
+  d.Label4.caption = "Location:";
+  d.Label5.caption = "Description:";
+  d.Command1.caption = "OK";
+  d.Command2.caption = "Cancel";
+
+  SaveOptView& so = v.SaveOpt;
+  so.caption = "Save Options";
+  so.Command1.caption = "Entire Record";
+  so.Command2.caption = "Displayed Graph Only";
+  so.Command3.caption = "Cancel";
+
   v.about2.caption = "About";
   v.about2.Command1.caption = "OK";
   v.about2.Label11.caption = "Desktop companion for serial data loggers";

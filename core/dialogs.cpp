@@ -2,9 +2,11 @@
 
 #include "core/app.h"
 #include "core/language.h"
+#include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "measure/probe_table.h"
+#include "storage/text_export.h"
 
 namespace quillet {
 
@@ -17,6 +19,8 @@ void OpenDialog(App& app, DialogId dialog) {
     case DialogId::Func1: OpenProbeDialog(app, 1); break;
     case DialogId::FUNC2: OpenProbeDialog(app, 2); break;
     case DialogId::FUNC3: OpenProbeDialog(app, 3); break;
+    case DialogId::Describe: OpenDescribe(app); break;
+    case DialogId::SaveOpt: OpenSaveOpt(app); break;
     default: break;
   }
 }

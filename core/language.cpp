@@ -105,6 +105,22 @@ void ApplyLanguage(App& app) {
   timeset.Command2.caption = t(120);
   timeset.Command3.caption = t(119);
 
+  DescribeView& describe = app.v.Describe;
+  describe.Label1.caption = t(12);
+  describe.caption = t(13);
+  describe.Label9.caption = t(13);
+  describe.Label2.caption = t(14);
+  describe.Label3.caption = t(15);
+  describe.Label4.caption = t(16);
+  describe.Command1.caption = t(120);
+  describe.Command2.caption = t(119);
+
+  SaveOptView& saveOpt = app.v.SaveOpt;
+  saveOpt.caption = t(121);
+  saveOpt.Command1.caption = t(117);
+  saveOpt.Command2.caption = t(118);
+  saveOpt.Command3.caption = t(119);
+
   app.v.about2.caption = t(44);
   app.v.about2.Command1.caption = t(120);
   FillEditionTexts(app);

@@ -24,7 +24,7 @@ struct MessageRequest {
 };
 
 // Every dialog of the system that can be shown modally.
-enum class DialogId { frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3 };
+enum class DialogId { frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt };
 
 // Help service commands, as the help viewer understands them.
 enum class HelpCommand { Contents = 3, KeywordSearch = 261 };
@@ -45,6 +45,12 @@ class UserInterface {
   // description and pattern separated by "|" ("txt files (*.txt)|*.txt"). Returns the
   // chosen path; Cancel is fault 32755.
   virtual std::string OpenFileDialog(const std::string& filter) = 0;
+  // The file-save dialog, with the same filter form. It asks nothing about an existing
+  // file: the logic asks that itself. Returns the chosen path; Cancel is fault 32755.
+  virtual std::string SaveFileDialog(const std::string& filter) = 0;
+  // Clears the clipboard and puts the present picture of the graph surface on it as a
+  // bitmap.
+  virtual void PutGraphOnClipboard() = 0;
   virtual void ShowHelp(const std::string& helpFile, HelpCommand command) = 0;
   // The platform's fatal run-time error report; the program ends after it.
   virtual void FatalErrorReport(int faultNumber, const std::string& text) = 0;

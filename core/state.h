@@ -170,7 +170,11 @@ struct State {
   PanelState panel;
   GraphState graph;  // scales of the last drawing, and the zoom drag
   std::int16_t EditionFlag = 1;
-  std::int16_t DisplayedSaved = 0;
+  std::int16_t DisplayedSaved = 0;    // the shown part has been saved
+  std::int16_t SaveDisplayedOnly = 0; // the next save writes the shown part only
+  Number SaveCancelled;               // the user cancelled SaveOpt
+  std::string SaveFileName;
+  std::int16_t DescribeChanged = 0;   // OK in Describe found a text changed; only Cancel clears it
   std::int16_t GraphZoomed = 0;
   std::int16_t OpenRetry = 0;  // the Open command runs again after a failed read
   std::string OpenFileName;

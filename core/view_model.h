@@ -166,6 +166,36 @@ struct ProbeDialogView {
   }
 };
 
+// Describe: the record's title and texts. A text field's caption is its text; the shell
+// writes what the user types straight into it.
+struct DescribeView {
+  std::string caption;
+  bool visible = false;
+  // Label9 heads the form, Label2 says what it is for; Label1, Label3, Label4 and Label5
+  // caption Text1 (title), Text2 (ident), Text5 (location) and Text3 (description).
+  Control Label1, Label2, Label3, Label4, Label5, Label9;
+  Control Text1, Text2, Text3, Text5;
+  Control Command1, Command2;
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Label1", Label1); f("Label2", Label2); f("Label3", Label3); f("Label4", Label4);
+    f("Label5", Label5); f("Label9", Label9);
+    f("Text1", Text1); f("Text2", Text2); f("Text3", Text3); f("Text5", Text5);
+    f("Command1", Command1); f("Command2", Command2);
+  }
+};
+
+// SaveOpt: which samples the Save command writes.
+struct SaveOptView {
+  std::string caption;
+  bool visible = false;
+  Control Command1, Command2, Command3;  // "Entire Record", "Displayed Graph Only", "Cancel"
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Command1", Command1); f("Command2", Command2); f("Command3", Command3);
+  }
+};
+
 struct Views {
   Log1View log1;
   FrmPortView frmPort;
@@ -173,6 +203,8 @@ struct Views {
   About2View about2;
   FrmTimesetView frmTimeset;
   ProbeDialogView Func1, FUNC2, FUNC3;
+  DescribeView Describe;
+  SaveOptView SaveOpt;
 };
 
 }  // namespace quillet

@@ -18,8 +18,10 @@
 
 #include "core/app.h"
 #include "core/language.h"
+#include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "storage/text_export.h"
 #include "ui/mirror.h"
 
 namespace quillet {
@@ -290,6 +292,99 @@ void ProbeGroupDialog::MirrorView() {
 }
 
 void ProbeGroupDialog::CloseBox() { Run([this] { ProbeDialogCancel(app_, group_); }); }
+
+// ---- Describe -------------------------------------------------------------------------
+
+namespace {
+// The record keeps line breaks of the description as carriage return and line feed.
+std::string RecordLines(QString text) { return text.replace("\n", "\r\n").toStdString(); }
+QString EditorLines(const std::string& text) { return QString::fromStdString(text).replace("\r\n", "\n"); }
+}  // namespace
+
+DescribeDialog::DescribeDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
+  setObjectName("Describe");
+  auto* layout = new QVBoxLayout(this);
+  auto* heading = new QLabel(this);
+  heading->setObjectName("Label9");
+  QFont bold = heading->font();
+  bold.setBold(true);
+  heading->setFont(bold);
+  layout->addWidget(heading);
+  auto* info = new QLabel(this);
+  info->setObjectName("Label2");
+  info->setWordWrap(true);
+  layout->addWidget(info);
+
+  auto* grid = new QGridLayout;
+  struct Line {
+    const char* label;
+    const char* text;
+    Control DescribeView::*field;
+  };
+  const Line lines[] = {{"Label1", "Text1", &DescribeView::Text1},
+                        {"Label3", "Text2", &DescribeView::Text2},
+                        {"Label4", "Text5", &DescribeView::Text5}};
+  int row = 0;
+  for (const Line& line : lines) {
+    auto* caption = new QLabel(this);
+    caption->setObjectName(line.label);
+    auto* edit = new QLineEdit(this);
+    edit->setObjectName(line.text);
+    grid->addWidget(caption, row, 0);
+    grid->addWidget(edit, row, 1);
+    ++row;
+    connect(edit, &QLineEdit::textEdited, this, [this, field = line.field](const QString& text) {
+      Run([this, field, t = text.toStdString()] { (app_.v.Describe.*field).caption = t; });
+    });
+  }
+  auto* caption = new QLabel(this);
+  caption->setObjectName("Label5");
+  grid->addWidget(caption, row, 0, Qt::AlignTop);
+  description_ = new QPlainTextEdit(this);
+  description_->setObjectName("Text3");
+  description_->setTabChangesFocus(true);
+  grid->addWidget(description_, row, 1);
+  connect(description_, &QPlainTextEdit::textChanged, this, [this] {
+    const std::string t = RecordLines(description_->toPlainText());
+    if (t != app_.v.Describe.Text3.caption) Run([this, t] { app_.v.Describe.Text3.caption = t; });
+  });
+  grid->setColumnStretch(1, 1);
+  layout->addLayout(grid);
+  AddButtonRow(layout, {{"Command1", [this] { DescribeOk(app_); }}, {"Command2", [this] { DescribeCancel(app_); }}});
+  setMinimumWidth(480);
+}
+
+bool DescribeDialog::LogicVisible() const { return app_.v.Describe.visible; }
+
+void DescribeDialog::MirrorView() {
+  DescribeView& d = app_.v.Describe;
+  setWindowTitle(QString::fromStdString(d.caption));
+  DialogMirror().ApplyAll(this, d);
+  const QString text = EditorLines(d.Text3.caption);
+  if (description_->toPlainText() != text) description_->setPlainText(text);
+}
+
+void DescribeDialog::CloseBox() { Run([this] { DescribeCancel(app_); }); }
+
+// ---- SaveOpt --------------------------------------------------------------------------
+
+SaveOptDialog::SaveOptDialog(App& app, QWidget* parent) : ShellDialog(app, parent) {
+  setObjectName("SaveOpt");
+  auto* layout = new QVBoxLayout(this);
+  AddButtonRow(layout, {{"Command1", [this] { SaveOptEntireRecord(app_); }},
+                        {"Command2", [this] { SaveOptDisplayedOnly(app_); }},
+                        {"Command3", [this] { SaveOptCancel(app_); }}});
+  setMinimumWidth(360);
+}
+
+bool SaveOptDialog::LogicVisible() const { return app_.v.SaveOpt.visible; }
+
+void SaveOptDialog::MirrorView() {
+  setWindowTitle(QString::fromStdString(app_.v.SaveOpt.caption));
+  DialogMirror().ApplyAll(this, app_.v.SaveOpt);
+}
+
+void SaveOptDialog::CloseBox() { Run([this] { SaveOptCancel(app_); }); }
 
 // ---- help -----------------------------------------------------------------------------
 

@@ -9,6 +9,7 @@
 #include <QTextBrowser>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 
 namespace quillet {
 struct App;
@@ -100,6 +101,34 @@ class ProbeGroupDialog : public ShellDialog {
  private:
   int group_;
   QGroupBox* sections_[3] = {};
+};
+
+// Describe: the record's title, ident, location and description. What the user types
+// goes straight into the dialog's view; OK and Cancel are the logic's.
+class DescribeDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  DescribeDialog(App& app, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+
+ protected:
+  void CloseBox() override;
+
+ private:
+  QPlainTextEdit* description_;
+};
+
+// SaveOpt: the whole record or the displayed graph only.
+class SaveOptDialog : public ShellDialog {
+  Q_OBJECT
+ public:
+  SaveOptDialog(App& app, QWidget* parent);
+  bool LogicVisible() const override;
+  void MirrorView() override;
+
+ protected:
+  void CloseBox() override;
 };
 
 // The help viewer: the selected language's help file, opened at its contents or with

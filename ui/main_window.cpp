@@ -1,6 +1,7 @@
 #include "ui/main_window.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFrame>
@@ -22,6 +23,7 @@
 #include "core/fault.h"
 #include "core/language.h"
 #include "core/startup.h"
+#include "graph/annotation.h"
 #include "link/download.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
@@ -29,6 +31,7 @@
 #include "measure/probe_table.h"
 #include "measure/temperature_unit.h"
 #include "storage/record_file.h"
+#include "storage/text_export.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
 
@@ -53,6 +56,19 @@ QPixmap StartPicture() {
   p.drawLine(90, 80, 125, 80);
   p.drawLine(125, 80, 125, 40);
   return pm;
+}
+
+// "description|pattern|description|pattern": Qt takes the descriptions, which name
+// their patterns in brackets.
+QString QtFilter(const std::string& filter) {
+  const QStringList parts = QString::fromStdString(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i < parts.size(); i += 2) {
+    QString d = parts[i];
+    if (i + 1 < parts.size() && !d.contains('(')) d += " (" + parts[i + 1] + ")";
+    filters << d;
+  }
+  return filters.join(";;");
 }
 
 QMessageBox::Icon IconOf(MsgIcon icon) {
@@ -111,12 +127,12 @@ QAction* MainWindow::AddBarCommand(const char* name, std::function<void(App&)> h
 
 void MainWindow::BuildMenus() {
   QMenu* file = AddMenu(nullptr, "mnuFile");
-  AddAction(file, "mnuSaveTXT", nullptr);
+  AddAction(file, "mnuSaveTXT", MnuSaveTXT);
   AddAction(file, "mnuOpen", MnuOpen);
   file->addSeparator();
   AddAction(file, "mnuPGraph", nullptr);
   AddAction(file, "mnuPData", nullptr);
-  AddAction(file, "mnuGClip", nullptr);
+  AddAction(file, "mnuGClip", CopyGraphToClipboard);
   file->addSeparator();
   QMenu* scaling = AddMenu(file, "mnuScaling");
   AddAction(scaling, "mnu420sca", nullptr);
@@ -275,6 +291,7 @@ void MainWindow::BuildCentral() {
   findChild<QPushButton*>("Command6")->setText("Low Cal");
   connect(findChild<QPushButton*>("Command1"), &QPushButton::clicked, this, [this] { Run(Command1Click); });
   connect(findChild<QPushButton*>("Command2"), &QPushButton::clicked, this, [this] { Run(UnzoomGraph); });
+  connect(findChild<QPushButton*>("Command3"), &QPushButton::clicked, this, [this] { Run(AnnotateGraph); });
   connect(findChild<QPushButton*>("Command5"), &QPushButton::clicked, this, [this] { Run(Command5Click); });
   connect(findChild<QPushButton*>("Command6"), &QPushButton::clicked, this, [this] { Run(Command6Click); });
   buttons->addStretch();
@@ -325,6 +342,8 @@ void MainWindow::Attach(App& app) {
   dialogs_[DialogId::Func1] = new ProbeGroupDialog(app, 1, this);
   dialogs_[DialogId::FUNC2] = new ProbeGroupDialog(app, 2, this);
   dialogs_[DialogId::FUNC3] = new ProbeGroupDialog(app, 3, this);
+  dialogs_[DialogId::Describe] = new DescribeDialog(app, this);
+  dialogs_[DialogId::SaveOpt] = new SaveOptDialog(app, this);
   help_ = new HelpWindow(this);
 }
 
@@ -395,19 +414,30 @@ void MainWindow::Refresh() {
 void MainWindow::Beep() { QApplication::beep(); }
 
 std::string MainWindow::OpenFileDialog(const std::string& filter) {
-  // "description|pattern|description|pattern": Qt takes the descriptions, which name
-  // their patterns in brackets.
-  const QStringList parts = QString::fromStdString(filter).split('|');
-  QStringList filters;
-  for (qsizetype i = 0; i < parts.size(); i += 2) {
-    QString d = parts[i];
-    if (i + 1 < parts.size() && !d.contains('(')) d += " (" + parts[i + 1] + ")";
-    filters << d;
-  }
-  const QString path = QFileDialog::getOpenFileName(isVisible() ? this : nullptr, QString(), QString(),
-                                                    filters.join(";;"));
+  const QString path = QFileDialog::getOpenFileName(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter));
   if (path.isEmpty()) throw Fault(kFaultCancel);
   return path.toStdString();
+}
+
+std::string MainWindow::SaveFileDialog(const std::string& filter) {
+  // The logic asks about an existing file itself, and adds the extension by its own rule.
+  const QString path = QFileDialog::getSaveFileName(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter),
+                                                    nullptr, QFileDialog::DontConfirmOverwrite);
+  if (path.isEmpty()) throw Fault(kFaultCancel);
+  return path.toStdString();
+}
+
+void MainWindow::PutGraphOnClipboard() {
+  // The picture the last drawing left, without the zoom rectangle over it; before any
+  // drawing, the empty white surface.
+  QImage picture = graph_->Picture();
+  if (picture.isNull()) {
+    picture = QImage(graph_->contentsRect().size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
+    picture.fill(Qt::white);
+  }
+  QClipboard* clipboard = QGuiApplication::clipboard();
+  clipboard->clear();
+  clipboard->setImage(picture);
 }
 
 void MainWindow::ShowHelp(const std::string& helpFile, HelpCommand command) {

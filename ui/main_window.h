@@ -33,6 +33,8 @@ class MainWindow : public QMainWindow, public UserInterface {
   void Refresh() override;
   void Beep() override;
   std::string OpenFileDialog(const std::string& filter) override;
+  std::string SaveFileDialog(const std::string& filter) override;
+  void PutGraphOnClipboard() override;
   void ShowHelp(const std::string& helpFile, HelpCommand command) override;
   void FatalErrorReport(int faultNumber, const std::string& text) override;
   void EndProgramNow(int exitCode) override;

@@ -22,20 +22,27 @@ bool Same(const Control& a, const Control& b) {
 
 }  // namespace
 
-QObject* Mirror::Find(QObject* root, const char* name) {
-  auto& names = found_[root];
+Mirror::Target* Mirror::Find(QObject* root, const char* name) {
+  Root& r = roots_[root];
+  if (r.object != root) {
+    // A new root, or a new object where a destroyed one stood: nothing found before counts.
+    r.object = root;
+    r.byName.clear();
+  }
   const QString key = QString::fromLatin1(name);
-  auto it = names.find(key);
-  if (it != names.end()) return it.value();
-  QObject* target = root->findChild<QObject*>(key);
-  names.insert(key, target);
-  return target;
+  auto it = r.byName.find(key);
+  if (it == r.byName.end() || (!it->missing && !it->object)) {
+    QObject* found = root->findChild<QObject*>(key);
+    it = r.byName.insert(key, Target{found, found == nullptr, Control{}, false});
+  }
+  return it->missing ? nullptr : &it.value();
 }
 
-void Mirror::Apply(QObject* target, const Control& c) {
-  auto cached = last_.find(target);
-  if (cached != last_.end() && Same(cached.value(), c)) return;
-  last_.insert(target, c);
+void Mirror::Apply(Target& t, const Control& c) {
+  if (t.applied && Same(t.last, c)) return;
+  t.last = c;
+  t.applied = true;
+  QObject* target = t.object;
   const QString text = QString::fromStdString(c.caption);
   if (auto* menu = qobject_cast<QMenu*>(target)) {
     menu->menuAction()->setText(text);

@@ -12,9 +12,11 @@
 #include "core/fault.h"
 #include "core/language.h"
 #include "core/startup.h"
+#include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "measure/probe_table.h"
+#include "storage/text_export.h"
 
 namespace quillet::testing {
 
@@ -124,16 +126,27 @@ MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
   }
 }
 
-std::string ScriptedUi::OpenFileDialog(const std::string& filter) {
-  fileFilters.push_back(filter);
-  if (fileAnswers.empty()) {
-    ADD_FAILURE() << "a file dialog opened with no answer scripted";
+namespace {
+std::string NextAnswer(std::vector<std::string>& answers, const char* what) {
+  if (answers.empty()) {
+    ADD_FAILURE() << "a " << what << " dialog opened with no answer scripted";
     throw Fault(kFaultCancel);
   }
-  std::string path = fileAnswers.front();
-  fileAnswers.erase(fileAnswers.begin());
+  std::string path = answers.front();
+  answers.erase(answers.begin());
   if (path.empty()) throw Fault(kFaultCancel);
   return path;
+}
+}  // namespace
+
+std::string ScriptedUi::OpenFileDialog(const std::string& filter) {
+  fileFilters.push_back(filter);
+  return NextAnswer(fileAnswers, "file");
+}
+
+std::string ScriptedUi::SaveFileDialog(const std::string& filter) {
+  saveFilters.push_back(filter);
+  return NextAnswer(saveAnswers, "save");
 }
 
 void ScriptedUi::ShowModal(DialogId dialog) {
@@ -158,6 +171,10 @@ void ScriptedUi::ShowModal(DialogId dialog) {
       ProbeDialogCancel(*app, 2);
     } else if (dialog == DialogId::FUNC3) {
       ProbeDialogCancel(*app, 3);
+    } else if (dialog == DialogId::Describe) {
+      DescribeCancel(*app);
+    } else if (dialog == DialogId::SaveOpt) {
+      SaveOptCancel(*app);
     }
   }
   if (app) {
@@ -167,7 +184,9 @@ void ScriptedUi::ShowModal(DialogId dialog) {
                            (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible) ||
                            (dialog == DialogId::Func1 && app->v.Func1.visible) ||
                            (dialog == DialogId::FUNC2 && app->v.FUNC2.visible) ||
-                           (dialog == DialogId::FUNC3 && app->v.FUNC3.visible);
+                           (dialog == DialogId::FUNC3 && app->v.FUNC3.visible) ||
+                           (dialog == DialogId::Describe && app->v.Describe.visible) ||
+                           (dialog == DialogId::SaveOpt && app->v.SaveOpt.visible);
     if (stillOpen) ADD_FAILURE() << "a modal dialog was left open by the test's user";
   }
 }

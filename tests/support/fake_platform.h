@@ -116,6 +116,9 @@ class ScriptedUi : public UserInterface {
   void Beep() override { ++beeps; }
   // Takes the next of fileAnswers; "" is Cancel, and so is running out (a test fault).
   std::string OpenFileDialog(const std::string& filter) override;
+  // Takes the next of saveAnswers, the same way.
+  std::string SaveFileDialog(const std::string& filter) override;
+  void PutGraphOnClipboard() override { ++clipboardCopies; }
   void ShowHelp(const std::string& helpFile, HelpCommand command) override {
     help.push_back({helpFile, command});
   }
@@ -135,6 +138,9 @@ class ScriptedUi : public UserInterface {
   std::vector<std::pair<std::string, HelpCommand>> help;
   std::vector<std::string> fileAnswers;  // paths the user picks, in order
   std::vector<std::string> fileFilters;  // the filter of each file dialog shown
+  std::vector<std::string> saveAnswers;  // paths the user picks in the save dialog
+  std::vector<std::string> saveFilters;  // the filter of each save dialog shown
+  int clipboardCopies = 0;               // graph pictures put on the clipboard
   std::vector<std::pair<int, std::string>> fatal;
   int refreshes = 0, beeps = 0;
   bool ended = false;
