@@ -90,8 +90,12 @@ int RunRender(const Options& opts) {
   if (!pdf && !EndsWith(out, ".png")) throw CommandError{"render: --out must end in .png or .pdf", 2};
   const QSize size = ParseSize(Find(opts, "--size"));
 
-  // Text needs a GUI application; the picture never needs a display.
+  // Text needs a GUI application; the picture never needs a display. Qt's own notes
+  // about the platform are not the user's business: standard error is for our one line.
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& msg) {
+    if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "quillet-cli: %s\n", qPrintable(msg));
+  });
   int argc = 1;
   char name[] = "quillet-cli";
   char* argv[] = {name, nullptr};
