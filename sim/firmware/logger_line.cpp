@@ -46,6 +46,14 @@ std::vector<TimedByte> LoggerLine::Receive(const std::vector<std::uint8_t>& byte
 
 void LoggerLine::Answer(char letter, double now, std::vector<TimedByte>& out) {
   LineCommand heard{now, letter, true, 0};
+  // While the memory block goes out the logger's one loop does nothing else: a command
+  // that comes in meanwhile is not taken up, so no stale answers queue behind a block.
+  // Short replies leave time for the next command to wait in the receiver.
+  if (now < blockBusyUntil_ && (letter == 'D' || letter == 'R' || letter == 'T' || letter == 'H' || letter == 'L')) {
+    heard.answered = false;
+    commands_.push_back(heard);
+    return;
+  }
   std::vector<std::uint8_t> payload;
   switch (letter) {
     case 'D': {
@@ -79,6 +87,7 @@ void LoggerLine::Answer(char letter, double now, std::vector<TimedByte>& out) {
   heard.payloadBytes = payload.size();
   commands_.push_back(heard);
   Send(payload, now, out);
+  if (letter == 'T') blockBusyUntil_ = busyUntil_;
 }
 
 void LoggerLine::Send(const std::vector<std::uint8_t>& payload, double now, std::vector<TimedByte>& out) {

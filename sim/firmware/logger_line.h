@@ -14,7 +14,8 @@
 //   calibration; the desktop drops the acknowledge at its next flush).
 // - Pacing: every byte takes 11 bit times at the logger's speed (start, 8 data, 2 stop). A
 //   reply starts `turnaround` after the call's `now`, or when the previous reply has gone
-//   out if that is later; `pauseAfterAck` separates the 0x04 from the payload. With no
+//   out if that is later; a command heard while a block is going out is not answered at
+//   all. `pauseAfterAck` separates the 0x04 from the payload. With no
 //   pause, byte k (0-based) of a reply arrives at now + turnaround + (k + 1) * 11 / baud.
 // - Speed: the logger only understands a sender at its own speed. Bytes written at another
 //   speed reach it as framing errors: they are dropped, break off any half-received
@@ -73,6 +74,7 @@ class LoggerLine {
   Firmware firmware_;
   bool armed_ = false;         // 0x00 heard, letter awaited
   double busyUntil_ = -1e300;  // when the last reply byte has gone out
+  double blockBusyUntil_ = -1e300;  // when the last block byte has gone out
   int blockRequests_ = 0;
   int blocksAnswered_ = 0;
   int replies_ = 0;

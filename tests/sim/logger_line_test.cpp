@@ -183,5 +183,13 @@ TEST(LoggerLine, CalibrationCommandsAreAcknowledgedAndNoted) {
   EXPECT_EQ(line.firmware().Calibrations()[1].letter, 'L');
 }
 
+TEST(LoggerLine, CommandsHeardWhileTheBlockGoesOutAreNotAnswered) {
+  LoggerLine line(Quick());
+  const auto block = line.Receive(kBlock, 1.0, 1200, 2);
+  ASSERT_GT(block.size(), 1u);
+  EXPECT_TRUE(line.Receive(kHeader, block.back().at - 0.001, 1200, 2).empty());
+  EXPECT_EQ(line.Receive(kHeader, block.back().at + 0.001, 1200, 2).size(), 1u + 22u);
+}
+
 }  // namespace
 }  // namespace quillet::sim
