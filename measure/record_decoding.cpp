@@ -1,6 +1,7 @@
 #include "measure/record_decoding.h"
 
 #include <cmath>
+#include <vector>
 
 #include "core/app.h"
 #include "core/fault.h"
@@ -59,6 +60,16 @@ void DecodeRecord(App& app) {
   int k = 0;
   double s = r.RecordStoredSamples;
   const double thinning = PowerOfTwo(H - 1);
+  // In one-byte records a value depends only on the byte and the range step, so each
+  // pair is converted once. The conversion is a pure function of them (and of the
+  // inputs fixed for this call), so the result, fault or value, is the same.
+  const bool oneByte = st.logger.RecordReplyFormat == 1;
+  constexpr int kSteps = 5;
+  std::vector<Number> converted(oneByte ? 256 * kSteps : 0);
+  std::vector<bool> known(converted.size(), false);
+  // D follows k, and the filling's step follows h: both change seldom along the walk.
+  int dK = -1;
+  double D = 0, stepB = -1, step = 0;
   if (s < 1) {
     st.GraphZoomed = 0;
     return;
@@ -66,7 +77,10 @@ void DecodeRecord(App& app) {
   for (;;) {
     const double A = f + (M / 2) * h;
     while (r.RecordRangeMarks[k + 1] > A) ++k;
-    const double D = PowerOfTwo(k) * r.RecordScaleByte;
+    if (k != dK) {  // k only grows, a few times at most
+      dK = k;
+      D = PowerOfTwo(k) * r.RecordScaleByte;
+    }
     double p = s;
     if (H > 1 && s > 1) {
       const double q = Divide(thinning * (s - 1) - 1, M - 1);
@@ -81,7 +95,17 @@ void DecodeRecord(App& app) {
       raw = hi * 16 + lo / 16 - 2048;
     }
     st.logger.RawValue = raw;
-    const Number value = ConvertRawToValue(raw, st.logger.ModelCode, D, inputs);
+    Number value;
+    if (oneByte && k < kSteps) {
+      const std::size_t key = static_cast<std::size_t>(raw) + 256 * static_cast<std::size_t>(k);
+      if (!known[key]) {
+        converted[key] = ConvertRawToValue(raw, st.logger.ModelCode, D, inputs);
+        known[key] = true;
+      }
+      value = converted[key];
+    } else {
+      value = ConvertRawToValue(raw, st.logger.ModelCode, D, inputs);
+    }
     r.FullValues.at(s) = value;
     r.ShownValues.at(s) = value;
     r.FullTimes.at(s) = t;
@@ -98,7 +122,10 @@ void DecodeRecord(App& app) {
     }
     const double a = H == 0 ? 1 : H;
     const double b = h == 0 ? 1 : h;
-    const double step = PowerOfTwo(a - b);
+    if (b != stepB) {
+      stepB = b;
+      step = PowerOfTwo(a - b);
+    }
     f = f > 0 ? f - step : M / 2 - step;
     if (f < 0) f = 0;
   }
