@@ -226,8 +226,10 @@ void MainWindow::BuildCentral() {
   start->addStretch();
   outer->addWidget(graph, 62);
 
-  // Cursor readout and notices under the graph.
+  // Cursor readout and notices under the graph; a clear gap keeps "10:15:00 am" and
+  // the value that follows from reading as one.
   auto* readout = new QHBoxLayout;
+  readout->setSpacing(16);
   for (const char* name : {"Label25", "Label9", "Label10", "Label12"}) {
     auto* l = AddLabel(central, name);
     l->setMinimumWidth(70);
