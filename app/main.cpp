@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -29,6 +30,22 @@ void ReportFirstPaintAndLeave(const QElapsedTimer& since) {
   std::printf("first_paint_ms=%.1f rss_kib=%ld\n", since.nsecsElapsed() / 1e6, pages * 4);
   std::fflush(stdout);
   std::_Exit(0);
+}
+
+// QUILLET_WINDOW_GEOMETRY="WxH" or "WxH+X+Y" gives the main window a fixed size and place,
+// so that scripted runs (screenshots) find every control where they expect it.
+void PlaceWindowFromEnvironment(QWidget& window) {
+  const QString spec = qEnvironmentVariable("QUILLET_WINDOW_GEOMETRY").trimmed();
+  if (spec.isEmpty()) return;
+  static const QRegularExpression form(R"(^(\d{2,5})x(\d{2,5})(?:\+(\d{1,5})\+(\d{1,5}))?$)");
+  const QRegularExpressionMatch m = form.match(spec);
+  if (!m.hasMatch()) {
+    std::fprintf(stderr, "quillet: QUILLET_WINDOW_GEOMETRY \"%s\" is not WxH or WxH+X+Y; ignored\n",
+                 qPrintable(spec));
+    return;
+  }
+  window.resize(m.captured(1).toInt(), m.captured(2).toInt());
+  if (m.hasCaptured(3)) window.move(m.captured(3).toInt(), m.captured(4).toInt());
 }
 
 }  // namespace
@@ -61,6 +78,7 @@ int main(int argc, char** argv) {
   });
   if (app.ended) return app.exitCode;
   window.Refresh();
+  PlaceWindowFromEnvironment(window);
   window.show();
   if (qEnvironmentVariableIsSet("QUILLET_EXIT_AFTER_FIRST_PAINT")) {
     window.repaint();

@@ -174,6 +174,21 @@ QLabel* MainWindow::AddLabel(QWidget* parent, const char* name) {
   return l;
 }
 
+namespace {
+
+// The rows under the graph keep their height while their labels come and go: otherwise
+// the graph shrinks and is drawn again the moment the pointer first crosses it, and a
+// zoom drag would start on one drawing and end on another.
+void KeepPlaceWhenHidden(QWidget* w) {
+  QSizePolicy policy = w->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  w->setSizePolicy(policy);
+  if (qobject_cast<QLabel*>(w)) w->setMinimumHeight(w->fontMetrics().height() + w->contentsMargins().top() +
+                                                     w->contentsMargins().bottom());
+}
+
+}  // namespace
+
 void MainWindow::BuildCentral() {
   auto* central = new QWidget(this);
   setCentralWidget(central);
@@ -211,8 +226,10 @@ void MainWindow::BuildCentral() {
   start->addStretch();
   outer->addWidget(graph, 62);
 
-  // Cursor readout and notices under the graph.
+  // Cursor readout and notices under the graph; a clear gap keeps "10:15:00 am" and
+  // the value that follows from reading as one.
   auto* readout = new QHBoxLayout;
+  readout->setSpacing(16);
   for (const char* name : {"Label25", "Label9", "Label10", "Label12"}) {
     auto* l = AddLabel(central, name);
     l->setMinimumWidth(70);
@@ -226,6 +243,9 @@ void MainWindow::BuildCentral() {
   readout->addWidget(other);
   readout->addSpacing(20);
   readout->addWidget(AddLabel(central, "Label18"));
+  for (int i = 0; i < readout->count(); ++i) {
+    if (QWidget* w = readout->itemAt(i)->widget()) KeepPlaceWhenHidden(w);
+  }
   outer->addLayout(readout);
 
   // Logger panel, displayed-graph frame and buttons: the live display group.
@@ -321,6 +341,9 @@ void MainWindow::BuildCentral() {
   bar->setMaximumWidth(260);
   status->addWidget(bar);
   status->addWidget(AddLabel(central, "Label26"));
+  for (int i = 0; i < status->count(); ++i) {
+    if (QWidget* w = status->itemAt(i)->widget()) KeepPlaceWhenHidden(w);
+  }
   outer->addLayout(status);
 
   // The zoom rectangle: the graph view draws it over its picture from the view model;

@@ -26,6 +26,7 @@
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "ui/dialogs.h"
+#include "ui/graph_view.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
 #include "ui/serial_transport.h"
@@ -321,6 +322,29 @@ TEST(MainWindow, CtrlWInTheWindowUnlocksTheCalibrationButtonsOfAModelSixtyFive) 
   EXPECT_TRUE(high->isEnabled());
   EXPECT_TRUE(low->isEnabled());
   EXPECT_EQ(high->text(), "High Cal");
+}
+
+
+TEST(MainWindow, TheGraphKeepsItsSizeWhileTheReadoutAndStatusLinesComeAndGo) {
+  WindowProgram p(SettingsText(1, 1, 1200));
+  StartPastThePortDialog(p);
+  p.window.resize(1000, 700);
+  QApplication::processEvents();
+  const int before = p.window.Graph()->height();
+  Log1View& w = p.app->v.log1;
+  for (Control* c : {&w.Label25, &w.Label9, &w.Label10, &w.Label12, &w.Label15, &w.Label16, &w.Label14}) {
+    c->caption = "12:34";
+    c->visible = true;
+  }
+  w.ProgressBar1.visible = true;
+  p.window.Refresh();
+  QApplication::processEvents();
+  EXPECT_TRUE(p.window.findChild<QLabel*>("Label9")->isVisible());
+  EXPECT_EQ(p.window.Graph()->height(), before);
+  for (Control* c : {&w.Label25, &w.Label9, &w.Label10, &w.Label12}) c->visible = false;
+  p.window.Refresh();
+  QApplication::processEvents();
+  EXPECT_EQ(p.window.Graph()->height(), before);
 }
 
 }  // namespace
