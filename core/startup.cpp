@@ -124,7 +124,9 @@ void StartProgram(App& app) {
                      &w.mnuPData, &w.mnuGClip}) {
     c->enabled = false;
   }
-  for (Control* c : {&w.Label19, &w.Label21, &w.Label4, &w.Label6, &w.Label14, &w.Label17, &w.Label18,
+  // The "%" beside the percent is a sign, not a record label: hidden, but kept.
+  w.Label17.visible = false;
+  for (Control* c : {&w.Label19, &w.Label21, &w.Label4, &w.Label6, &w.Label14, &w.Label18,
                      &w.Label22, &w.Label26, &w.Label25, &w.Label9, &w.Label10, &w.Label12, &w.Label40,
                      &w.Label29, &w.Label30, &w.Label31}) {
     HideAndClear(*c);
