@@ -17,6 +17,8 @@ class NoUser : public UserInterface {
   void Refresh() override {}
   void Beep() override {}
   std::string OpenFileDialog(const std::string&) override { return {}; }
+  std::string SaveFileDialog(const std::string&) override { return {}; }
+  void PutGraphOnClipboard() override {}
   void ShowHelp(const std::string&, HelpCommand) override {}
   void FatalErrorReport(int, const std::string&) override {}
   void EndProgramNow(int) override {}
