@@ -67,12 +67,12 @@ CMDS=("$CLI render $WORK/rec.txt --out $WORK/quillet.png"
       "gnuplot $WORK/pngcairo.gp"
       "$PY $WORK/mpl.py")
 # Each must work before it is timed.
-for c in "${CMDS[@]}"; do $c > /dev/null; done
+for c in "${CMDS[@]}"; do $c > /dev/null 2> check.err || { cat check.err >&2; exit 1; }; done
 
 if command -v hyperfine > /dev/null; then
   args=()
   for i in "${!NAMES[@]}"; do args+=(-n "${NAMES[$i]}" "${CMDS[$i]}"); done
-  hyperfine --style basic --shell=none --warmup 3 --runs "$RUNS" --export-json times.json "${args[@]}" > hyperfine.txt
+  hyperfine --style basic --shell=none --warmup 3 --runs "$RUNS" --export-json times.json "${args[@]}" > hyperfine.txt 2>&1
   "$PY" - <<'PY' > medians.txt
 import json
 for r in json.load(open("times.json"))["results"]:
@@ -82,9 +82,9 @@ else
   # No hyperfine: a plain loop, one warm-up run each.
   : > medians.txt
   for i in "${!NAMES[@]}"; do
-    ${CMDS[$i]} > /dev/null
+    ${CMDS[$i]} > /dev/null 2>&1
     for _ in $(seq "$RUNS"); do
-      s=$(date +%s%N); ${CMDS[$i]} > /dev/null; e=$(date +%s%N)
+      s=$(date +%s%N); ${CMDS[$i]} > /dev/null 2>&1; e=$(date +%s%N)
       echo $(( e - s ))
     done | sort -n | awk -v name="${NAMES[$i]}" '{ a[NR] = $1 } END {
       m = (NR % 2) ? a[(NR + 1) / 2] : (a[NR / 2] + a[NR / 2 + 1]) / 2; print name, m / 1e6 }' >> medians.txt
