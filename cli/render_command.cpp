@@ -140,7 +140,6 @@ int RunRender(const Options& opts) {
       drawn = DrawOn(app, writer, size);
     } else {
       QImage image(size, QImage::Format_RGB32);
-      image.fill(Qt::white);
       drawn = DrawOn(app, image, size);
       if (drawn) {
         const QByteArray png = EncodePng(image);
