@@ -10,22 +10,8 @@
 namespace quillet {
 namespace {
 
-class NoUser : public UserInterface {
- public:
-  MsgAnswer Message(const MessageRequest&) override { return MsgAnswer::Ok; }
-  void ShowModal(DialogId) override {}
-  void Refresh() override {}
-  void Beep() override {}
-  std::string OpenFileDialog(const std::string&) override { return {}; }
-  std::string SaveFileDialog(const std::string&) override { return {}; }
-  void PutGraphOnClipboard() override {}
-  void ShowHelp(const std::string&, HelpCommand) override {}
-  void FatalErrorReport(int, const std::string&) override {}
-  void EndProgramNow(int) override {}
-};
-
 struct Bench {
-  NoUser ui;
+  SilentUser ui;
   FixedClock clock{46000.5};
   IdleTimers timers;
   DroppingPoster poster;

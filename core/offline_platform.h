@@ -6,6 +6,21 @@
 
 namespace quillet {
 
+// Nobody at the screen: messages are answered OK, dialogs and files are not shown.
+class SilentUser : public UserInterface {
+ public:
+  MsgAnswer Message(const MessageRequest&) override { return MsgAnswer::Ok; }
+  void ShowModal(DialogId) override {}
+  void Refresh() override {}
+  void Beep() override {}
+  std::string OpenFileDialog(const std::string&) override { return {}; }
+  std::string SaveFileDialog(const std::string&) override { return {}; }
+  void PutGraphOnClipboard() override {}
+  void ShowHelp(const std::string&, HelpCommand) override {}
+  void FatalErrorReport(int, const std::string&) override {}
+  void EndProgramNow(int) override {}
+};
+
 class FixedClock : public Clock {
  public:
   explicit FixedClock(DateTime at) : at_(at) {}

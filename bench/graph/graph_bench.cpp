@@ -22,20 +22,6 @@ namespace {
 constexpr int kSamples = 16384;
 constexpr int kWidth = 1200, kHeight = 600;
 
-class NoUser : public UserInterface {
- public:
-  MsgAnswer Message(const MessageRequest&) override { return MsgAnswer::Ok; }
-  void ShowModal(DialogId) override {}
-  void Refresh() override {}
-  void Beep() override {}
-  std::string OpenFileDialog(const std::string&) override { return {}; }
-  std::string SaveFileDialog(const std::string&) override { return {}; }
-  void PutGraphOnClipboard() override {}
-  void ShowHelp(const std::string&, HelpCommand) override {}
-  void FatalErrorReport(int, const std::string&) override {}
-  void EndProgramNow(int) override {}
-};
-
 class DiscardingSurface : public DrawSurface {
  public:
   void Clear() override {}
@@ -54,7 +40,7 @@ class DiscardingSurface : public DrawSurface {
 // A cellar thermometer read every minute for eleven days: a daily swing, a slow drift,
 // sensor noise at the logger's resolution and a door left open for an hour.
 struct Bench {
-  NoUser ui;
+  SilentUser ui;
   FixedClock clock{46000.5};
   IdleTimers timers;
   DroppingPoster poster;
