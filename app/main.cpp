@@ -8,9 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "core/app.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
 #include "core/fault.h"
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "link/link_supervision.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
@@ -64,7 +65,7 @@ int main(int argc, char** argv) {
   MainWindow window;
   Platform platform{window, clock, timers, poster, transport,
                     FilePlaces{QCoreApplication::applicationDirPath().toStdString(), QDir::currentPath().toStdString()}};
-  App app(platform);
+  App app(platform, Log1Hooks());
   app.port.onComm = [&app] { OnSerialEvent(app); };
   window.Attach(app);
 

@@ -3,7 +3,8 @@
 
 #include <random>
 
-#include "core/app.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
 #include "core/offline_platform.h"
 #include "measure/record_decoding.h"
 
@@ -17,7 +18,7 @@ struct Bench {
   DroppingPoster poster;
   OfflineTransport transport;
   Platform platform{ui, clock, timers, poster, transport, FilePlaces{}};
-  App app{platform};
+  App app{platform, Log1Hooks()};
 
   // A one-byte logger whose 16384-slot memory has been halved five times, so every
   // sample's slot comes from the thinning formula; the value stands for the model.

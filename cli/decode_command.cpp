@@ -4,13 +4,14 @@
 #include <cstdlib>
 #include <string>
 
+#include "log1/hooks.h"
 #include "cli/cli_commands.h"
 #include "cli/headless_ui.h"
 #include "core/offline_platform.h"
 #include "cli/record_output.h"
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "link/download.h"
 #include "measure/temperature_unit.h"
 
@@ -57,7 +58,7 @@ int RunDecode(const Options& opts) {
   places.settingsFile = settings ? *settings : NoSettingsFile();
   if (const std::string* probes = Find(opts, "--probes")) places.probesFile = *probes;
   Platform platform{ui, clock, timers, poster, transport, places};
-  App app(platform);
+  App app(platform, Log1Hooks());
   ui.app = &app;
 
   Dispatch(app, [&app] { StartProgram(app); });

@@ -84,7 +84,7 @@ int RunDownload(const Options& opts) {
     const double elapsed = clock.elapsed() / 1000.0;
     if (phase == Phase::Finding) {
       if (s.link.LoggerSeen == 1 && s.link.HeaderRead == 1) {
-        if (s.ProbeUnset == 1 && s.logger.ModelCode == 16) {
+        if (s.measure.ProbeUnset == 1 && s.logger.ModelCode == 16) {
           fail({"the logger on " + device + " has no probe chosen; choose its probe in the window first"});
           return;
         }

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "core/app.h"
-#include "core/language.h"
+#include "hub/app.h"
+#include "log1/language.h"
 #include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"

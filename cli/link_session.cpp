@@ -2,7 +2,8 @@
 
 #include <QByteArray>
 
-#include "core/startup.h"
+#include "log1/hooks.h"
+#include "log1/startup.h"
 #include "link/link_supervision.h"
 
 namespace quillet {
@@ -17,7 +18,7 @@ LinkSession::LinkSession(const std::string& device, const Options& opts) {
   places.settingsFile = settings ? *settings : NoSettingsFile();
   if (const std::string* probes = Find(opts, "--probes")) places.probesFile = *probes;
   platform_ = std::make_unique<Platform>(Platform{ui_, clock_, timers_, poster_, transport_, places});
-  app_ = std::make_unique<App>(*platform_);
+  app_ = std::make_unique<App>(*platform_, Log1Hooks());
   App& app = *app_;
   ui_.app = &app;
   app.port.onComm = [&app] { OnSerialEvent(app); };

@@ -6,7 +6,7 @@
 
 #include "cli/cli_support.h"
 #include "cli/headless_ui.h"
-#include "core/app.h"
+#include "hub/app.h"
 #include "ui/qt_platform.h"
 #include "ui/serial_transport.h"
 

@@ -1,7 +1,7 @@
 #include "cli/record_output.h"
 
 #include "cli/cli_support.h"
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "core/formatting.h"
 #include "storage/record_file.h"

@@ -9,12 +9,13 @@
 #include <cstdlib>
 #include <string>
 
+#include "log1/hooks.h"
 #include "cli/cli_commands.h"
 #include "cli/headless_ui.h"
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/formatting.h"
 #include "core/offline_platform.h"
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "graph/draw_graph.h"
 #include "storage/record_file.h"
 #include "ui/painter_surface.h"
@@ -111,14 +112,14 @@ int RunRender(const Options& opts) {
   const std::string* settings = Find(opts, "--settings");
   places.settingsFile = settings ? *settings : NoSettingsFile();
   Platform platform{ui, clock, timers, poster, transport, places};
-  App app(platform);
+  App app(platform, Log1Hooks());
   ui.app = &app;
 
   Dispatch(app, [&app] { StartProgram(app); });
   if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
   const int before = ui.messageCount;
   Dispatch(app, [&app, &record] {
-    app.s.OpenFileName = record;
+    app.s.files.OpenFileName = record;
     ReadRecordFile(app, record);
   });
   if (ui.messageCount != before) {

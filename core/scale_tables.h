@@ -3,6 +3,7 @@
 // and a slope column of 31 cells, plus eight carry columns that the file holds for
 // profiles this program does not use and passes through untouched.
 #include <array>
+#include <string>
 
 #include "core/bounded_table.h"
 #include "core/cell.h"
@@ -11,6 +12,8 @@ namespace quillet {
 
 using ScaleColumn = Table<Cell, 0, 30>;
 using ScaleEntryColumn = Table<Cell, 0, 20>;
+// The unit text of each model code; the file keeps the rows of the profile models.
+using UnitTable = Table<std::string, 0, 100>;  // UnitByModel
 
 struct ScaleTables {
   ScaleColumn ScaleTable100mv, ScaleSlope100mv;

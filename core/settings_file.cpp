@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "core/app.h"
+#include "core/fault.h"
 #include "core/formatting.h"
 #include "core/int16.h"
 #include "core/text_file.h"
@@ -40,72 +40,65 @@ std::string Tail(const std::string& s, std::size_t n) { return s.size() <= n ? s
 
 }  // namespace
 
-std::string SettingsPath(const App& app) {
-  if (!app.p.places.settingsFile.empty()) return app.p.places.settingsFile;
-  return app.p.places.currentDir + "/" + kSettingsFileName;
-}
-
-void ReadSettings(App& app) {
-  State& s = app.s;
-  TextReader in = TextReader::Open(SettingsPath(app));
+void ReadSettingsFile(const std::string& path, const SettingsFields& f) {
+  TextReader in = TextReader::Open(path);
   std::array<std::string, 7> head;
   for (auto& field : head) field = in.ReadText();
   for (int i = 1; i <= 11; ++i) {
-    s.probes.ProbeSerial[i] = NumberCell(in.ReadCell());
-    s.probes.ProbeFactor[i] = NumberCell(in.ReadCell());
-    s.probes.ProbeUnit[i] = TextCell(in.ReadCell());
-    s.probes.ProbeLabel[i] = TextCell(in.ReadCell());
+    f.probes.ProbeSerial[i] = NumberCell(in.ReadCell());
+    f.probes.ProbeFactor[i] = NumberCell(in.ReadCell());
+    f.probes.ProbeUnit[i] = TextCell(in.ReadCell());
+    f.probes.ProbeLabel[i] = TextCell(in.ReadCell());
   }
   for (int i = 0; i <= 30; ++i) {
-    for (ScaleColumn* col : TableLine(s.scales)) (*col)[i] = in.ReadCell();
-    for (ScaleColumn* col : SlopeLine(s.scales)) (*col)[i] = in.ReadCell();
+    for (ScaleColumn* col : TableLine(f.scales)) (*col)[i] = in.ReadCell();
+    for (ScaleColumn* col : SlopeLine(f.scales)) (*col)[i] = in.ReadCell();
   }
-  for (int row : kUnitRows) s.UnitByModel[row] = TextCell(in.ReadCell());
+  for (int row : kUnitRows) f.unitByModel[row] = TextCell(in.ReadCell());
   // The file is closed here; what follows only takes effect for a file read whole.
   for (int i = 0; i <= 20; ++i) {
-    s.scales.ScaleEntry420[i] = s.scales.ScaleTable420[i];
-    s.scales.ScaleEntry10v[i] = s.scales.ScaleTable10v[i];
-    s.scales.ScaleEntry100mv[i] = s.scales.ScaleTable100mv[i];
-    s.scales.ScaleEntry[i] = s.scales.ScaleTable[i];
+    f.scales.ScaleEntry420[i] = f.scales.ScaleTable420[i];
+    f.scales.ScaleEntry10v[i] = f.scales.ScaleTable10v[i];
+    f.scales.ScaleEntry100mv[i] = f.scales.ScaleTable100mv[i];
+    f.scales.ScaleEntry[i] = f.scales.ScaleTable[i];
   }
   // Only the last characters of each settings line count; the words are never looked at.
-  s.settings.ComPort = ToInt16(LeadingNumber(Tail(head[1], 1)));
-  s.settings.LanguageIndex = LeadingNumber(Tail(head[2], 1));
-  s.settings.BaudRate = LeadingNumber(Tail(head[3], 4));
-  s.settings.UseFahrenheit = LeadingNumber(Tail(head[4], 1));
-  s.settings.UsDateFormat = LeadingNumber(Tail(head[5], 1));
+  f.settings.ComPort = ToInt16(LeadingNumber(Tail(head[1], 1)));
+  f.settings.LanguageIndex = LeadingNumber(Tail(head[2], 1));
+  f.settings.BaudRate = LeadingNumber(Tail(head[3], 4));
+  f.settings.UseFahrenheit = LeadingNumber(Tail(head[4], 1));
+  f.settings.UsDateFormat = LeadingNumber(Tail(head[5], 1));
 }
 
-void WriteSettings(App& app) {
-  State& s = app.s;
+void WriteSettingsFile(const std::string& path, const SettingsFields& f) {
   TextWriter out;
   auto line = [&out](const std::string& text) {
     out.Text(text);
     out.EndLine();
   };
   line("[PORT etc]");
-  line("comm port = " + StrOfNumber(s.settings.ComPort));
-  line("language = " + StrOfNumber(s.settings.LanguageIndex));
-  line("baud = " + StrOfNumber(s.settings.BaudRate));
-  line("Fahrenheit = " + StrOfNumber(s.settings.UseFahrenheit));
-  line("US Date Format = " + StrOfNumber(s.settings.UsDateFormat));
+  line("comm port = " + StrOfNumber(f.settings.ComPort));
+  line("language = " + StrOfNumber(f.settings.LanguageIndex));
+  line("baud = " + StrOfNumber(f.settings.BaudRate));
+  line("Fahrenheit = " + StrOfNumber(f.settings.UseFahrenheit));
+  line("US Date Format = " + StrOfNumber(f.settings.UsDateFormat));
   line("[probe data]");
   for (int i = 1; i <= 11; ++i) {
-    out.Num(s.probes.ProbeSerial[i]);
-    out.Num(s.probes.ProbeFactor[i]);
-    out.Text(s.probes.ProbeUnit[i]);
-    out.Text(s.probes.ProbeLabel[i]);
+    out.Num(f.probes.ProbeSerial[i]);
+    out.Num(f.probes.ProbeFactor[i]);
+    out.Text(f.probes.ProbeUnit[i]);
+    out.Text(f.probes.ProbeLabel[i]);
     out.EndLine();
   }
   for (int i = 0; i <= 30; ++i) {
-    for (ScaleColumn* col : TableLine(s.scales)) out.Put((*col)[i]);
+    for (ScaleColumn* col : TableLine(f.scales)) out.Put((*col)[i]);
     out.EndLine();
-    for (ScaleColumn* col : SlopeLine(s.scales)) out.Put((*col)[i]);
+    for (ScaleColumn* col : SlopeLine(f.scales)) out.Put((*col)[i]);
     out.EndLine();
   }
-  for (int row : kUnitRows) out.Text(s.UnitByModel[row]);
+  for (int row : kUnitRows) out.Text(f.unitByModel[row]);
   out.EndLine();
-  out.CommitTo(SettingsPath(app));
+  out.CommitTo(path);
 }
 
 }  // namespace quillet

@@ -3,15 +3,25 @@
 // tables, read back strictly by position. Only the tail of each settings line counts.
 #include <string>
 
+#include "core/app_settings.h"
+#include "core/probe_memory.h"
+#include "core/scale_tables.h"
+
 namespace quillet {
-struct App;
 
 constexpr const char* kSettingsFileName = "logger1.ini";
 
-// Steps 1 to 8: faults go to the caller; what was read before a fault stays.
-void ReadSettings(App& app);
+// Where the file's values live in the state.
+struct SettingsFields {
+  AppSettings& settings;
+  ProbeMemoryTables& probes;
+  ScaleTables& scales;
+  UnitTable& unitByModel;
+};
+
+// Faults go to the caller; what was read before a fault stays.
+void ReadSettingsFile(const std::string& path, const SettingsFields& f);
 // Rewrites the whole file atomically from the present values.
-void WriteSettings(App& app);
-std::string SettingsPath(const App& app);
+void WriteSettingsFile(const std::string& path, const SettingsFields& f);
 
 }  // namespace quillet

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "graph/panel.h"
 
 namespace quillet {
@@ -35,7 +35,7 @@ std::string FirstCharacters(const std::string& text, std::size_t limit) {
 
 void AnnotateGraph(App& app) {
   ShowModal(app, DialogId::Describe);
-  if (app.s.DescribeChanged == 1) ApplyAnnotation(app);
+  if (app.s.graph.DescribeChanged == 1) ApplyAnnotation(app);
 }
 
 void OpenDescribe(App& app) {
@@ -54,7 +54,7 @@ void DescribeOk(App& app) {
   // Compared before the cut, so a text over its limit counts as changed at every OK.
   if (d.Text1.caption != r.RecordTitle || d.Text2.caption != r.RecordIdent || d.Text3.caption != r.RecordRemarks ||
       d.Text5.caption != r.RecordLocation) {
-    app.s.DescribeChanged = 1;
+    app.s.graph.DescribeChanged = 1;
   }
   r.RecordTitle = d.Text1.caption;
   r.RecordIdent = FirstCharacters(d.Text2.caption, kIdentLimit);
@@ -69,7 +69,7 @@ void DescribeOk(App& app) {
 }
 
 void DescribeCancel(App& app) {
-  app.s.DescribeChanged = 0;
+  app.s.graph.DescribeChanged = 0;
   app.v.Describe.visible = false;
 }
 

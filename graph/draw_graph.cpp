@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/formatting.h"
 #include "core/int16.h"
 #include "graph/scales.h"
@@ -150,7 +150,7 @@ void DrawGraph(App& app, DrawSurface& surface) {
   EnableCommandMenus(w, false);
   w.mnuFunc.visible = false;
   surface.Clear();
-  if (s.GraphZoomed == 0) w.Command2.enabled = false;
+  if (s.graph.GraphZoomed == 0) w.Command2.enabled = false;
   w.Label40.caption = GeneralNumber(r.RecordSampleCount);
   w.Label40.visible = true;
   app.p.ui.Refresh();
@@ -169,7 +169,7 @@ void DrawGraph(App& app, DrawSurface& surface) {
     sum += v;
   }
   double minimumRange = 0;
-  if (s.GraphZoomed != 1) {
+  if (s.graph.GraphZoomed != 1) {
     g.YShownMax = largest;
     g.YShownMin = smallest;
     minimumRange = 10;
@@ -262,7 +262,7 @@ void DrawGraph(App& app, DrawSurface& surface) {
   app.p.ui.Refresh();
 
   if (r.RecordFromFile != 0) {
-    w.Label18.caption = s.OpenFileName;
+    w.Label18.caption = s.files.OpenFileName;
     w.Label18.visible = true;
     app.p.ui.Refresh();
   } else {

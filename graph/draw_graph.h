@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/date_time.h"
-#include "core/state.h"
+#include "hub/state.h"
 #include "graph/draw_surface.h"
 
 namespace quillet {

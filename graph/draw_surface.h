@@ -3,7 +3,7 @@
 // The window program paints into an image; the tests record the calls.
 #include <string>
 
-#include "core/view_model.h"
+#include "hub/view_model.h"
 
 namespace quillet {
 

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "core/bounded_table.h"
 #include "core/date_time.h"
+#include "core/number.h"
 
 namespace quillet {
 
@@ -34,6 +36,22 @@ struct GraphState {
   double ZoomAnchorX = 0, ZoomAnchorY = 0;
   long ZoomIndexA = 0, ZoomIndexB = 0;
   double ZoomValueA = 0, ZoomValueB = 0;
+
+  std::int16_t GraphZoomed = 0;
+  std::int16_t DescribeChanged = 0;  // OK in Describe found a text changed; only Cancel clears it
+};
+
+// The logger panel's memory of what it shows.
+struct PanelState {
+  Number PanelSerial;
+  std::int16_t PanelTitled = 0;
+  std::int16_t OtherLoggerNotice = 0;
+  Number GraphLoggerNumber;
+};
+
+struct Fonts {
+  std::string FontName1 = "Arial", FontName2 = "Arial";
+  Table<int, 1, 6> FontSizes;
 };
 
 }  // namespace quillet

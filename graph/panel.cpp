@@ -1,6 +1,6 @@
 #include "graph/panel.h"
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/formatting.h"
 #include "core/text_file.h"
 #include "graph/draw_graph.h"

@@ -4,7 +4,7 @@
 
 #include "core/fault.h"
 #include "core/int16.h"
-#include "core/state.h"
+#include "hub/state.h"
 
 namespace quillet {
 

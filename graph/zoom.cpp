@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/formatting.h"
 #include "core/int16.h"
 #include "graph/panel.h"
@@ -150,10 +150,10 @@ void ApplyZoomSelection(App& app) {
     r.ShownTimes[i] = r.ZoomTimes[j];
   }
   w.Command2.enabled = true;
-  s.GraphZoomed = 1;
+  s.graph.GraphZoomed = 1;
   w.mnuSaveTXT.enabled = true;
   w.Label16.visible = w.Label14.visible = w.Label17.visible = w.ProgressBar1.visible = false;
-  s.DisplayedSaved = 0;
+  s.files.DisplayedSaved = 0;
   RedrawGraph(app);
 }
 
@@ -168,7 +168,7 @@ void UnzoomGraph(App& app) {
     r.ShownValues[i] = r.FullValues[i];
     r.ShownTimes[i] = r.FullTimes[i];
   }
-  s.GraphZoomed = 0;
+  s.graph.GraphZoomed = 0;
   if (r.RecordSaved != 0) {
     w.Label16.caption = LanguageText(app, kSavedText);
     w.Label16.foreColor = kGreen;
@@ -179,7 +179,7 @@ void UnzoomGraph(App& app) {
     w.mnuSaveTXT.enabled = true;
   }
   w.Label16.visible = true;
-  s.DisplayedSaved = 0;
+  s.files.DisplayedSaved = 0;
   RedrawGraph(app);
   app.p.ui.Refresh();
 }

@@ -2,12 +2,11 @@
 
 #include <cmath>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "core/formatting.h"
 #include "core/int16.h"
 #include "core/text_file.h"
-#include "graph/panel.h"
 #include "link/link_supervision.h"
 #include "measure/model_table.h"
 #include "measure/probe_table.h"
@@ -42,7 +41,7 @@ void StartDownload(App& app) {
     ShowModal(app, DialogId::frmPort);
     return;
   }
-  if (s.ProbeUnset == 1 && s.logger.ModelCode == 16) {
+  if (s.measure.ProbeUnset == 1 && s.logger.ModelCode == 16) {
     MessageBox(app, LanguageText(app, 71), LanguageText(app, 72), MsgButtons::Ok, MsgIcon::Stop);
     return;
   }
@@ -199,7 +198,7 @@ void DecodeHeader(App& app, const std::string& reply) {
   if (G.ModelCode == 16) {
     LoadProbeTable(app);
   } else if (const ModelInfo* info = FindModel(G.ModelCode)) {
-    w.Label34.caption = ModelLabel(*info, s.EditionFlag);
+    w.Label34.caption = ModelLabel(*info, s.settings.EditionFlag);
     switch (info->unitSource) {
       case UnitSource::Temperature: G.LiveUnitText = s.TempUnitNames.at(s.settings.UseFahrenheit.Value()); break;
       case UnitSource::Fixed: G.LiveUnitText = info->unit; break;
@@ -313,7 +312,7 @@ void FinishBlock(App& app) {
     sum += v;
   }
   r.FullAvg = Divide(sum, n);
-  RedrawGraph(app);
+  RedrawRecordGraph(app);
   for (Control* c : {&w.mnuSaveTXT, &w.mnuPGraph, &w.mnuPData, &w.mnuGClip}) c->enabled = true;
   if (app.onRecordComplete) app.onRecordComplete();
 }

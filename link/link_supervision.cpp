@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "link/download.h"
 #include "link/live_reading.h"

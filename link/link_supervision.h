@@ -1,11 +1,10 @@
 #pragma once
 // The port, the command frame, the mode field that orders the conversations, the choice
 // of line speed and the watchdog that recovers from silence.
+#include "link/link_state.h"
+
 namespace quillet {
 struct App;
-
-// Link modes: which reply is awaited.
-constexpr int kModeIdle = 0, kModeHeader = 1, kModeBlock = 2, kModeLive = 3;
 
 constexpr char kAck = 0x04;          // every reply leads with it
 constexpr int kHeaderRequestLimit = 20;  // the 20th unanswered tick gives up the logger

@@ -1,6 +1,6 @@
 #include "link/live_reading.h"
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "core/formatting.h"
 #include "link/link_supervision.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/date_time.h"
 #include "core/fault.h"
 #include "core/formatting.h"

@@ -6,11 +6,10 @@
 
 #include "core/bounded_table.h"
 #include "core/number.h"
+#include "core/scale_tables.h"
+#include "measure/measure_state.h"
 
 namespace quillet {
-
-using UnitTable = Table<std::string, 0, 100>;   // UnitByModel
-using TempUnitTable = Table<std::string, 0, 4>; // TempUnitNames
 
 enum class UnitSource { Probe, Temperature, Fixed, ByModel };
 

@@ -1,10 +1,8 @@
 #include "measure/probe_table.h"
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "core/text_file.h"
-#include "graph/panel.h"
-#include "link/link_supervision.h"
 #include "measure/record_decoding.h"
 
 namespace quillet {
@@ -57,7 +55,7 @@ void TakeRemembered(App& app, int i) {
   w.Label34.caption = s.probes.ProbeLabel[i];
   w.Label34.visible = true;
   app.p.ui.Refresh();
-  s.ProbeUnset = s.logger.LiveUnitText.empty() ? 1 : 0;
+  s.measure.ProbeUnset = s.logger.LiveUnitText.empty() ? 1 : 0;
   s.logger.RangeFactor = UsableFactor(s.logger.RangeFactor);
 }
 
@@ -74,7 +72,7 @@ void ShiftMemoryDown(ProbeMemoryTables& m) {
 void RememberPresentProbe(App& app) {
   State& s = app.s;
   ProbeMemoryTables& m = s.probes;
-  for (double i : {s.ProbeSlot.Value(), static_cast<double>(kLastChoice)}) {
+  for (double i : {s.measure.ProbeSlot.Value(), static_cast<double>(kLastChoice)}) {
     m.ProbeSerial.at(i) = s.logger.LoggerSerial;
     m.ProbeFactor.at(i) = s.logger.RangeFactor;
     m.ProbeUnit.at(i) = s.logger.LiveUnitText;
@@ -88,7 +86,7 @@ void IdentifyLogger(App& app) {
     // Compared as numbers: an empty entry counts as serial 0.
     if (s.probes.ProbeSerial[i].Value() == s.logger.LoggerSerial.Value()) {
       TakeRemembered(app, i);
-      s.ProbeSlot = i;
+      s.measure.ProbeSlot = i;
       RememberPresentProbe(app);
       return;
     }
@@ -97,7 +95,7 @@ void IdentifyLogger(App& app) {
   // logger is forgotten.
   TakeRemembered(app, kLastChoice);
   ShiftMemoryDown(s.probes);
-  s.ProbeSlot = kRemembered;
+  s.measure.ProbeSlot = kRemembered;
   RememberPresentProbe(app);
 }
 
@@ -107,7 +105,7 @@ void LoadProbeTable(App& app) {
   State& s = app.s;
   Log1View& w = app.v.log1;
   try {
-    s.ProbeUnset = 0;
+    s.measure.ProbeUnset = 0;
     w.func02.visible = w.func03.visible = false;
     TextReader in = TextReader::Open(app.p.places.probesFile.empty() ? app.p.places.programDir + "/probes.dat"
                                                                       : app.p.places.probesFile);
@@ -124,7 +122,7 @@ void LoadProbeTable(App& app) {
     if (f.number() == kFaultTypeMismatch) {
       // A factor that is no number: the logger goes without a probe until one is chosen.
       s.logger.RangeFactor = 1;
-      s.ProbeUnset = 1;
+      s.measure.ProbeUnset = 1;
       s.logger.LiveUnitText.clear();
       return;
     }
@@ -186,15 +184,15 @@ void ProbeDialogOk(App& app, int group) {
   s.logger.RangeFactor = UsableFactor(row.factor);
   if (group != 3) {
     const bool fromFile = s.record.RecordFromFile == 1;
-    s.ProbeUnset = 0;
+    s.measure.ProbeUnset = 0;
     if (!fromFile && s.link.DownloadPercent >= 100) {
       if (s.panel.OtherLoggerNotice == 1) {
         // The graph on screen belongs to another logger: this probe is not its probe.
-        s.RescaleApproved = 0;
+        s.measure.RescaleApproved = 0;
       } else {
         const MsgAnswer a = MessageBox(app, "Do you want to rescale the displayed graph?", "Graph Rescaling",
                                        MsgButtons::YesNo, MsgIcon::Question);
-        s.RescaleApproved = a == MsgAnswer::Yes ? 1 : 0;
+        s.measure.RescaleApproved = a == MsgAnswer::Yes ? 1 : 0;
       }
     }
   }
@@ -210,11 +208,11 @@ void StoreProbeChoice(App& app, int group) {
   Log1View& w = app.v.log1;
   RememberPresentProbe(app);
   // FUNC3 never asks, so it acts on whatever approval stands from before.
-  if (s.RescaleApproved != 0 && s.record.RecordFromFile != 1) {
+  if (s.measure.RescaleApproved != 0 && s.record.RecordFromFile != 1) {
     s.record.RecordUnitText = s.logger.LiveUnitText;
     s.record.RecordRangeFactor = s.logger.RangeFactor;
     DecodeRecord(app);
-    RedrawGraph(app);
+    RedrawRecordGraph(app);
   }
   if (group != 1) return;
   w.Label21.caption = s.logger.LiveUnitText;

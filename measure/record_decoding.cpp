@@ -3,7 +3,7 @@
 #include <cmath>
 #include <vector>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "core/int16.h"
 #include "measure/conversion.h"
@@ -71,7 +71,7 @@ void DecodeRecord(App& app) {
   int dK = -1;
   double D = 0, stepB = -1, step = 0;
   if (s < 1) {
-    st.GraphZoomed = 0;
+    st.graph.GraphZoomed = 0;
     return;
   }
   for (;;) {
@@ -113,7 +113,7 @@ void DecodeRecord(App& app) {
     t -= r.RecordInterval;
     s -= 1;
     if (s == 0) {
-      st.GraphZoomed = 0;
+      st.graph.GraphZoomed = 0;
       return;
     }
     if (f == 0) {

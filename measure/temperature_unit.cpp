@@ -1,8 +1,6 @@
 #include "measure/temperature_unit.h"
 
-#include "core/app.h"
-#include "graph/panel.h"
-#include "link/link_supervision.h"
+#include "hub/app.h"
 #include "measure/record_decoding.h"
 
 namespace quillet {
@@ -23,7 +21,7 @@ void SetTemperatureUnit(App& app, int unit) {
     s.record.RecordUnitText = s.logger.LiveUnitText;
     s.record.RecordModelCode = s.logger.ModelCode;
     DecodeRecord(app);
-    RedrawGraph(app);
+    RedrawRecordGraph(app);
   }
 }
 

@@ -7,6 +7,9 @@ cd "$ROOT"
 bash scripts/install-deps.sh
 JOBS=${JOBS:-$(nproc)}
 
+echo "== include directions (docs/architecture.md)"
+bash scripts/check-layers.sh
+
 echo "== build and test"
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build -j "$JOBS"

@@ -4,11 +4,10 @@
 #include <array>
 #include <optional>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "core/formatting.h"
 #include "core/text_file.h"
-#include "graph/panel.h"
 
 namespace quillet {
 
@@ -79,7 +78,7 @@ void ReadRecordBody(App& app, const std::string& path, RecordInput& in) {
     in.Close();
     MessageBox(app, LanguageText(app, kRowNotRecordFile), LanguageText(app, kRowOpenTitle), MsgButtons::Ok,
                MsgIcon::Information);
-    s.OpenRetry = 1;
+    s.files.OpenRetry = 1;
     MnuOpen(app);
     // Carries on with the file closed: the texts are emptied below, even those of a good
     // file just opened by the nested command, and the next read ends the routine.
@@ -127,7 +126,7 @@ void ReadRecordBody(App& app, const std::string& path, RecordInput& in) {
     r.ShownValues[i] = value;
   }
   in.Close();
-  s.OpenRetry = 0;
+  s.files.OpenRetry = 0;
 
   r.RecordUnitText = unit;
   w.Label16.caption = LanguageText(app, kRowSaved);
@@ -156,7 +155,7 @@ void ReadRecordBody(App& app, const std::string& path, RecordInput& in) {
     sum += v;
   }
   r.FullAvg = Divide(sum, count);
-  RedrawGraph(app);
+  RedrawRecordGraph(app);
 }
 
 }  // namespace
@@ -214,14 +213,14 @@ void WriteRecordFile(App& app, const std::string& path, bool displayedOnly) {
     w.Label16.foreColor = kGreen;
     w.Label16.visible = true;
     app.p.ui.Refresh();
-    s.DisplayedSaved = 1;
+    s.files.DisplayedSaved = 1;
     w.mnuSaveTXT.enabled = false;
     return;
   }
   r.RecordSaved = 1;
   // A zoomed part can still be saved after the whole record.
-  w.mnuSaveTXT.enabled = s.GraphZoomed != 0;
-  if (s.GraphZoomed != 1) {
+  w.mnuSaveTXT.enabled = s.graph.GraphZoomed != 0;
+  if (s.graph.GraphZoomed != 1) {
     w.Label16.caption = LanguageText(app, kRowSaved);
     w.Label16.foreColor = kGreen;
     app.p.ui.Refresh();
@@ -238,14 +237,14 @@ void ReadRecordFile(App& app, const std::string& path) {
     in.Close();
     const int row = f.number() == kFaultFileNotFound ? kRowFileMissing : kRowFileDamaged;
     MessageBox(app, LanguageText(app, row), LanguageText(app, kRowOpenTitle), MsgButtons::Ok, MsgIcon::Information);
-    app.s.OpenRetry = 1;
+    app.s.files.OpenRetry = 1;
     MnuOpen(app);
   }
 }
 
 void MnuOpen(App& app) {
   State& s = app.s;
-  if (s.OpenRetry != 1 && s.record.RecordSaved.Value() != 1 && s.link.DownloadPercent.Value() != 0) {
+  if (s.files.OpenRetry != 1 && s.record.RecordSaved.Value() != 1 && s.link.DownloadPercent.Value() != 0) {
     if (MessageBox(app, LanguageText(app, kRowOpenUnsaved), LanguageText(app, kRowOpenUnsavedTitle),
                    MsgButtons::OkCancel, MsgIcon::Stop) != MsgAnswer::Ok) {
       return;
@@ -258,7 +257,7 @@ void MnuOpen(App& app) {
     if (f.number() == kFaultCancel) return;
     throw;
   }
-  s.OpenFileName = path;
+  s.files.OpenFileName = path;
   // A missing or damaged file is handled inside: the user is told and chooses again.
   ReadRecordFile(app, path);
 }

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
 #include "storage/record_file.h"
 
@@ -33,16 +33,16 @@ bool FileMayExist(const std::string& path) {
 // cancelled.
 bool ChooseWhatToSave(App& app) {
   State& s = app.s;
-  const int zoomed = s.GraphZoomed;
+  const int zoomed = s.graph.GraphZoomed;
   const double saved = s.record.RecordSaved.Value();
   if (zoomed == 1 && saved == 1) {
-    s.SaveDisplayedOnly = 1;  // only the zoomed part is new
+    s.files.SaveDisplayedOnly = 1;  // only the zoomed part is new
     return true;
   }
   // Unzoomed and unsaved: no question, and a displayed-only choice of an earlier save stands.
   if (zoomed == 0 && saved == 0) return true;
   ShowModal(app, DialogId::SaveOpt);
-  return s.SaveCancelled.Value() != 1;
+  return s.files.SaveCancelled.Value() != 1;
 }
 
 }  // namespace
@@ -54,7 +54,7 @@ std::string SaveNameFor(const std::string& chosen) {
 
 void MnuSaveTXT(App& app) {
   State& s = app.s;
-  s.SaveCancelled = 0;
+  s.files.SaveCancelled = 0;
   if (!ChooseWhatToSave(app)) return;
   for (;;) {
     if (s.link.DownloadPercent.Value() != 100) {
@@ -68,15 +68,15 @@ void MnuSaveTXT(App& app) {
       if (f.number() == kFaultCancel) return;
       throw;
     }
-    s.SaveFileName = SaveNameFor(chosen);
-    if (!FileMayExist(s.SaveFileName)) break;
+    s.files.SaveFileName = SaveNameFor(chosen);
+    if (!FileMayExist(s.files.SaveFileName)) break;
     const MsgAnswer answer = MessageBox(app, LanguageText(app, kRowReplaceFile), LanguageText(app, kRowWarning),
                                         MsgButtons::YesNoCancel, MsgIcon::Stop, 2);
     if (answer == MsgAnswer::Yes) break;
     if (answer != MsgAnswer::No) return;  // No: choose another name
   }
   try {
-    WriteRecordFile(app, s.SaveFileName, s.SaveDisplayedOnly == 1);
+    WriteRecordFile(app, s.files.SaveFileName, s.files.SaveDisplayedOnly == 1);
   } catch (const Fault& f) {
     throw f.Fatal();  // nothing catches a failure while writing
   }
@@ -85,22 +85,22 @@ void MnuSaveTXT(App& app) {
 void OpenSaveOpt(App& app) {
   SaveOptView& d = app.v.SaveOpt;
   d.Command1.enabled = app.s.record.RecordSaved.Value() == 0;
-  d.Command2.enabled = app.s.DisplayedSaved == 0;
+  d.Command2.enabled = app.s.files.DisplayedSaved == 0;
   d.visible = true;
 }
 
 void SaveOptEntireRecord(App& app) {
-  app.s.SaveDisplayedOnly = 0;
+  app.s.files.SaveDisplayedOnly = 0;
   app.v.SaveOpt.visible = false;
 }
 
 void SaveOptDisplayedOnly(App& app) {
-  app.s.SaveDisplayedOnly = 1;
+  app.s.files.SaveDisplayedOnly = 1;
   app.v.SaveOpt.visible = false;
 }
 
 void SaveOptCancel(App& app) {
-  app.s.SaveCancelled = 1;
+  app.s.files.SaveCancelled = 1;
   app.v.SaveOpt.visible = false;
 }
 

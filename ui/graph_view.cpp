@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "graph/panel.h"
 #include "graph/zoom.h"
 #include "ui/painter_surface.h"

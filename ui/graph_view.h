@@ -7,7 +7,7 @@
 #include <QImage>
 #include <functional>
 
-#include "core/view_model.h"
+#include "hub/view_model.h"
 
 namespace quillet {
 struct App;

@@ -19,10 +19,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/fault.h"
-#include "core/language.h"
-#include "core/startup.h"
+#include "log1/language.h"
+#include "log1/startup.h"
 #include "graph/annotation.h"
 #include "link/download.h"
 #include "link/link_supervision.h"

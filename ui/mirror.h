@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <QString>
 
-#include "core/view_model.h"
+#include "hub/view_model.h"
 
 namespace quillet {
 

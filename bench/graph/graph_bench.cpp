@@ -9,9 +9,10 @@
 #include <cmath>
 #include <random>
 
-#include "core/app.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
 #include "core/offline_platform.h"
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "graph/draw_graph.h"
 #include "ui/painter_surface.h"
 #include "ui/png_encoder.h"
@@ -46,7 +47,7 @@ struct Bench {
   DroppingPoster poster;
   OfflineTransport transport;
   Platform platform{ui, clock, timers, poster, transport, FilePlaces{}};
-  App app{platform};
+  App app{platform, Log1Hooks()};
 
   Bench() {
     State& s = app.s;

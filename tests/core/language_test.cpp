@@ -1,8 +1,8 @@
 // The language table, its dialog and the captions it writes.
 #include <gtest/gtest.h>
 
-#include "core/language.h"
-#include "core/startup.h"
+#include "log1/language.h"
+#include "log1/startup.h"
 #include "support/fake_platform.h"
 
 namespace quillet {
@@ -159,7 +159,7 @@ TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {
   t.Start();
   State& s = t.app->s;
   About2View& a = t.app->v.about2;
-  s.EditionFlag = 1;
+  s.settings.EditionFlag = 1;
   OpenAbout2(*t.app);
   EXPECT_EQ(a.Label1.caption, "en1");  // language 1 whatever is selected
   EXPECT_EQ(a.Label3.caption, "en4");
@@ -167,7 +167,7 @@ TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {
   EXPECT_EQ(a.Label9.caption, "Vorrel Meters, Inc.");
   EXPECT_EQ(a.Command1.caption, "de120");
   EXPECT_EQ(t.app->v.log1.caption, "Quillet\u00ae Software");
-  s.EditionFlag = 2;
+  s.settings.EditionFlag = 2;
   OpenAbout2(*t.app);
   EXPECT_EQ(a.Label1.caption, "de1");
   EXPECT_EQ(a.Label11.caption, "de9");
@@ -175,12 +175,12 @@ TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {
   EXPECT_EQ(a.Label9.caption, "de11");
   EXPECT_EQ(t.app->v.log1.caption, "de1");
   EXPECT_EQ(t.app->v.log1.Label8.caption, "de68");
-  s.EditionFlag = 3;
+  s.settings.EditionFlag = 3;
   OpenAbout2(*t.app);
   EXPECT_EQ(a.Label1.caption, "Brindlet Software");
   EXPECT_EQ(a.Label10.caption, "Halvane Systems, Inc.");
   EXPECT_EQ(t.app->v.log1.Label28.caption, "");
-  s.EditionFlag = 4;
+  s.settings.EditionFlag = 4;
   OpenAbout2(*t.app);
   EXPECT_EQ(t.app->v.log1.caption, "Datalogger Software");
   EXPECT_EQ(t.app->v.log1.Label8.caption, "ZQ-KT Datalogger");

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "core/settings_file.h"
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "support/fake_platform.h"
 
 namespace quillet {

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "support/fake_platform.h"
 
 namespace quillet {

@@ -180,7 +180,7 @@ TEST(DrawGraph, ARecordFromAFileNamesItsFile) {
   GraphApp t;
   t.FillMinutes({1, 2, 3});
   t.s().record.RecordFromFile = 1;
-  t.s().OpenFileName = "/data/cellar.txt";
+  t.s().files.OpenFileName = "/data/cellar.txt";
   t.Draw();
   EXPECT_TRUE(t.w().Label18.visible);
   EXPECT_EQ(t.w().Label18.caption, "/data/cellar.txt");
@@ -229,7 +229,7 @@ TEST(DrawGraph, TheFunctionMenuReturnsOnlyForModelsThatUseIt) {
 TEST(DrawGraph, AZoomedGraphKeepsItsValueRangeAndClipsTheTraceToIt) {
   GraphApp t;
   t.FillMinutes({20, 50, 60, 20, 0, -10});
-  t.s().GraphZoomed = 1;
+  t.s().graph.GraphZoomed = 1;
   t.g().YShownMin = 12;
   t.g().YShownMax = 36;
   t.w().Command2.enabled = true;

@@ -3,7 +3,7 @@
 // of 1000 by 1000 units: the plot then runs from x 150 to 900 and from y 150 to 850.
 #include <vector>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "graph/draw_graph.h"
 #include "support/fake_platform.h"
 #include "support/recording_surface.h"

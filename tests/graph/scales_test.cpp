@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/formatting.h"
-#include "core/state.h"
+#include "hub/state.h"
 
 namespace quillet {
 namespace {

@@ -72,7 +72,7 @@ TEST(Zoom, ADragEitherWayCutsTheShownSamplesToTheSelection) {
   left.Drag(XAtMinute(60), YAtValue(80), XAtMinute(20), YAtValue(30));
   for (Zoomable* t : {&right, &left}) {
     const SampleRecord& r = t->s().record;
-    EXPECT_EQ(t->s().GraphZoomed, 1);
+    EXPECT_EQ(t->s().graph.GraphZoomed, 1);
     EXPECT_EQ(t->Count(), 41);  // samples 20 to 60
     EXPECT_EQ(r.ShownTimes[1], r.FullTimes[20]);
     EXPECT_EQ(r.ShownTimes[41], r.FullTimes[60]);
@@ -84,7 +84,7 @@ TEST(Zoom, ADragEitherWayCutsTheShownSamplesToTheSelection) {
     EXPECT_EQ(r.FullSampleCount, 101);
     EXPECT_TRUE(t->w().Command2.enabled);
     EXPECT_TRUE(t->w().mnuSaveTXT.enabled);
-    EXPECT_EQ(t->s().DisplayedSaved, 0);
+    EXPECT_EQ(t->s().files.DisplayedSaved, 0);
     EXPECT_TRUE(t->w().Label16.visible);
     EXPECT_TRUE(t->w().Label14.visible);
     EXPECT_TRUE(t->w().ProgressBar1.visible);
@@ -97,7 +97,7 @@ TEST(Zoom, ARecordFromAFileDoesNotBringBackTheDownloadProgress) {
   t.s().record.RecordFromFile = 1;
   t.w().Label14.visible = t.w().Label17.visible = t.w().ProgressBar1.visible = true;
   t.Drag(XAtMinute(20), YAtValue(30), XAtMinute(60), YAtValue(80));
-  EXPECT_EQ(t.s().GraphZoomed, 1);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 1);
   EXPECT_TRUE(t.w().Label16.visible);
   EXPECT_FALSE(t.w().Label14.visible);
   EXPECT_FALSE(t.w().Label17.visible);
@@ -118,7 +118,7 @@ TEST(Zoom, ADragAlongOneAxisOnlyChangesNothing) {
   const GraphState before = t.g();
   t.Drag(XAtMinute(20), YAtValue(30), XAtMinute(20) + 1, YAtValue(80));  // same index
   t.Drag(XAtMinute(20), YAtValue(30), XAtMinute(60), YAtValue(30));      // same value
-  EXPECT_EQ(t.s().GraphZoomed, 0);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 0);
   EXPECT_EQ(t.Count(), 101);
   EXPECT_EQ(t.g().YShownMin, before.YShownMin);
   EXPECT_EQ(t.g().YShownMax, before.YShownMax);
@@ -135,13 +135,13 @@ TEST(Zoom, NoZoomStartsWhileABlockArrivesOrADrawingRuns) {
   t.w().busy = true;
   t.Drag(XAtMinute(20), YAtValue(30), XAtMinute(60), YAtValue(80));
   EXPECT_EQ(t.Count(), 101);
-  EXPECT_EQ(t.s().GraphZoomed, 0);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 0);
 }
 
 TEST(Zoom, ATwoSampleDragSetsTheValueRangeButLeavesTheTimeAxisUntilTheNextZoomedDrawing) {
   Zoomable t;
   t.Drag(XAtMinute(20), YAtValue(30), XAtMinute(21), YAtValue(80));
-  EXPECT_EQ(t.s().GraphZoomed, 0);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 0);
   EXPECT_EQ(t.Count(), 101);
   EXPECT_NEAR(t.g().YShownMax, 80, 1e-9);
   EXPECT_NEAR(t.g().YShownMin, 30, 1e-9);
@@ -165,7 +165,7 @@ TEST(Zoom, AValueRangeNarrowerThanTheLimitIsWidenedToItAroundItsMiddle) {
   Zoomable t;
   t.Drag(XAtMinute(20), 500, XAtMinute(60), 500.02);
   const double mid = 55 - 0.01 * 110 / 700;
-  EXPECT_EQ(t.s().GraphZoomed, 1);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 1);
   EXPECT_NEAR(t.g().YShownMax, mid + 0.004, 1e-9);
   EXPECT_NEAR(t.g().YShownMin, mid - 0.004, 1e-9);
   t.Draw();  // a narrow zoomed axis still gets its ticks
@@ -180,14 +180,14 @@ TEST(Zoom, ZoomingTwiceThenUnzoomingBringsTheWholeRecordBackInOneStep) {
   // The second drag picks samples of the present selection (20 to 60, from 12:19 on):
   // 12:25 and 12:45 are its indexes 6 and 26, the record's samples 25 to 45.
   t.Drag(XAt(t.g(), 25), YAt(t.g(), 40), XAt(t.g(), 45), YAt(t.g(), 70));
-  EXPECT_EQ(t.s().GraphZoomed, 1);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 1);
   EXPECT_EQ(t.Count(), 21);
   EXPECT_EQ(t.s().record.ShownTimes[1], t.s().record.FullTimes[25]);
 
   t.s().record.RecordSaved = 0;
   t.Unzoom();
   const SampleRecord& r = t.s().record;
-  EXPECT_EQ(t.s().GraphZoomed, 0);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 0);
   EXPECT_EQ(t.Count(), 101);
   for (long i = 1; i <= 101; ++i) {
     ASSERT_EQ(r.ShownValues[i].Value(), r.FullValues[i].Value());
@@ -204,7 +204,7 @@ TEST(Zoom, ZoomingTwiceThenUnzoomingBringsTheWholeRecordBackInOneStep) {
   EXPECT_EQ(t.w().Label16.caption, "en62");
   EXPECT_EQ(t.w().Label16.foreColor, kGreen);
   EXPECT_FALSE(t.w().mnuSaveTXT.enabled);
-  EXPECT_EQ(t.s().DisplayedSaved, 0);
+  EXPECT_EQ(t.s().files.DisplayedSaved, 0);
 }
 
 TEST(Zoom, TheRectangleFollowsThePointerFromTheAnchorAndOutOfThePlot) {
@@ -230,7 +230,7 @@ TEST(Zoom, PressingOutsideThePlotAndDraggingInShowsNoRectangleAndZoomsNothing) {
   EXPECT_FALSE(t.w().Shape1.visible);
   EXPECT_TRUE(t.w().Label10.visible);  // the readout still follows
   t.Up(XAtMinute(60), YAtValue(55));
-  EXPECT_EQ(t.s().GraphZoomed, 0);
+  EXPECT_EQ(t.s().graph.GraphZoomed, 0);
   EXPECT_EQ(t.Count(), 101);
 }
 

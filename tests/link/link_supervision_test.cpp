@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "link/link_supervision.h"
 #include "support/fake_platform.h"
 

@@ -7,9 +7,9 @@
 #include <cmath>
 #include <cstdint>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/date_time.h"
-#include "core/startup.h"
+#include "log1/startup.h"
 #include "link/download.h"
 #include "link/link_supervision.h"
 #include "sim/firmware/logger_line.h"

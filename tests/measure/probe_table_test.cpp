@@ -6,8 +6,8 @@
 #include <sstream>
 #include <vector>
 
-#include "core/app.h"
-#include "core/startup.h"
+#include "hub/app.h"
+#include "log1/startup.h"
 #include "measure/probe_table.h"
 #include "support/fake_platform.h"
 
@@ -151,11 +151,11 @@ TEST(ProbeTable, AZeroFactorRememberedLoadsAsOneAndIsStoredAsOne) {
   ProbeApp t(300, TwoGroups().Text(), SettingsWith({{4, {300, "0", "A rms", "CT-0"}}}));
   t.Connect();
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 1);
-  EXPECT_EQ(t.s().ProbeSlot.Value(), 4);
+  EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 4);
   EXPECT_EQ(t.s().probes.ProbeFactor[4].Value(), 1);
   EXPECT_EQ(t.s().probes.ProbeFactor[11].Value(), 1);
   EXPECT_EQ(t.s().logger.LiveUnitText, "A rms");
-  EXPECT_EQ(t.s().ProbeUnset, 0);
+  EXPECT_EQ(t.s().measure.ProbeUnset, 0);
   EXPECT_EQ(t.w().Label34.caption, "CT-0");
   EXPECT_TRUE(t.w().Label34.visible);
   // The live reading divides by the factor: 100 / (1 * 2 * 1).
@@ -167,7 +167,7 @@ TEST(ProbeTable, AZeroFactorRememberedLoadsAsOneAndIsStoredAsOne) {
 TEST(ProbeTable, AnEmptyUnitLeavesTheLoggerWithoutAProbe) {
   ProbeApp t(300, TwoGroups().Text(), SettingsWith({{2, {300, "4", "", "CT-50"}}}));
   t.Connect();
-  EXPECT_EQ(t.s().ProbeUnset, 1);
+  EXPECT_EQ(t.s().measure.ProbeUnset, 1);
   EXPECT_EQ(t.s().logger.LiveUnitText, "");
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 4);
   EXPECT_EQ(t.w().Label34.caption, "CT-50");
@@ -193,7 +193,7 @@ TEST(ProbeTable, AnEleventhLoggerDropsTheOldestAndTakesTheLastChoiceInEntryTen) 
     EXPECT_EQ(m.ProbeSerial[i].Value(), 101 + i) << i;
     EXPECT_EQ(m.ProbeLabel[i], "p" + std::to_string(i + 1)) << i;
   }
-  EXPECT_EQ(t.s().ProbeSlot.Value(), 10);
+  EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 10);
   for (int i : {10, 11}) {
     EXPECT_EQ(m.ProbeSerial[i].Value(), 999) << i;
     EXPECT_EQ(m.ProbeFactor[i].Value(), 3) << i;
@@ -209,7 +209,7 @@ TEST(ProbeTable, ALoggerSeenBeforeKeepsItsPlaceAndItsProbe) {
   t.Connect();
   const ProbeMemoryTables& m = t.s().probes;
   for (int i = 1; i <= 10; ++i) EXPECT_EQ(m.ProbeSerial[i].Value(), 100 + i) << i;
-  EXPECT_EQ(t.s().ProbeSlot.Value(), 5);
+  EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 5);
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 5);
   EXPECT_EQ(t.s().logger.LiveUnitText, "u5");
   EXPECT_EQ(t.w().Label34.caption, "p5");
@@ -258,7 +258,7 @@ TEST(ProbeTable, AFactorThatIsNoNumberLeavesTheLoggerWithoutAProbeAndSaysNothing
   EXPECT_TRUE(t.ui.messages.empty());
   EXPECT_FALSE(t.ui.ended);
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 1);
-  EXPECT_EQ(t.s().ProbeUnset, 1);
+  EXPECT_EQ(t.s().measure.ProbeUnset, 1);
   EXPECT_EQ(t.s().logger.LiveUnitText, "");
   // The first group was read, the second never finished: no identification either.
   EXPECT_EQ(t.w().func01.caption, "AC Probes");
@@ -319,7 +319,7 @@ TEST(ProbeDialogs, OkWithNothingChosenKeepsTheDialogOpen) {
 TEST(ProbeDialogs, AChoiceInFunc01IsRememberedAndTheHeaderIsReadAgain) {
   ProbeApp t(4321, TwoGroups().Text());
   t.Connect();
-  const double slot = t.s().ProbeSlot.Value();
+  const double slot = t.s().measure.ProbeSlot.Value();
   ASSERT_EQ(slot, 10);
   const std::size_t headers = t.RequestTimes('R').size();
   t.ui.onModal = [&](DialogId) {
@@ -337,7 +337,7 @@ TEST(ProbeDialogs, AChoiceInFunc01IsRememberedAndTheHeaderIsReadAgain) {
   t.Run(1000);
   EXPECT_GT(t.RequestTimes('R').size(), headers);
   // The fresh header finds the logger in its slot with the probe just chosen.
-  EXPECT_EQ(t.s().ProbeSlot.Value(), 10);
+  EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 10);
   EXPECT_EQ(t.s().probes.ProbeSerial[9].Value(), 0);
   EXPECT_EQ(t.w().Label34.caption, "CT-20");
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 10);
@@ -417,7 +417,7 @@ TEST(ProbeDialogs, NoQuestionWhileARecordFromAFileOrAnotherLoggersGraphIsOnScree
   t.Connect();
   PutRecordOnScreen(t);
   t.s().record.RecordFromFile = 1;
-  t.s().RescaleApproved = 1;  // a Yes from before counts for nothing on a file's record
+  t.s().measure.RescaleApproved = 1;  // a Yes from before counts for nothing on a file's record
   ChooseInFunc(t, 1, 2);
   Dispatch(*t.app, [&] { Func01(*t.app); });
   EXPECT_TRUE(t.ui.messages.empty());
@@ -429,7 +429,7 @@ TEST(ProbeDialogs, NoQuestionWhileARecordFromAFileOrAnotherLoggersGraphIsOnScree
   ChooseInFunc(t, 2, 1);
   Dispatch(*t.app, [&] { Func02(*t.app); });
   EXPECT_TRUE(t.ui.messages.empty());
-  EXPECT_EQ(t.s().RescaleApproved, 0);
+  EXPECT_EQ(t.s().measure.RescaleApproved, 0);
   EXPECT_EQ(t.s().record.RecordUnitText, "A rms");
 }
 
@@ -441,12 +441,12 @@ TEST(ProbeDialogs, Func3AsksNothingAndActsOnTheApprovalGivenBefore) {
   t.Connect();
   EXPECT_TRUE(t.w().func03.visible);
   PutRecordOnScreen(t);
-  t.s().ProbeUnset = 1;
-  t.s().RescaleApproved = 1;
+  t.s().measure.ProbeUnset = 1;
+  t.s().measure.RescaleApproved = 1;
   ChooseInFunc(t, 3, 1);
   Dispatch(*t.app, [&] { Func03(*t.app); });
   EXPECT_TRUE(t.ui.messages.empty());
-  EXPECT_EQ(t.s().ProbeUnset, 1);
+  EXPECT_EQ(t.s().measure.ProbeUnset, 1);
   EXPECT_EQ(t.w().Label34.caption, "SP-1");
   EXPECT_EQ(t.s().record.RecordUnitText, "A");
   EXPECT_DOUBLE_EQ(t.s().record.FullValues[1].Value(), 2.5);  // 100 / (20 * 2 * 1)

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "support/fake_platform.h"
 
 namespace quillet {
@@ -115,7 +115,7 @@ TEST(RecordFile, TheShownPartIsWrittenWithItsOwnStatisticsAndLeavesTheRecordUnsa
   r.ShownAvg = 1.25;
   r.FullMax = 30;
   r.RecordSaved = 0;
-  t.app->s.GraphZoomed = 1;
+  t.app->s.graph.GraphZoomed = 1;
   t.app->v.log1.mnuSaveTXT.enabled = true;
   t.Write("part.txt", true);
 
@@ -125,7 +125,7 @@ TEST(RecordFile, TheShownPartIsWrittenWithItsOwnStatisticsAndLeavesTheRecordUnsa
   const std::string tail = "\r\n46347.75\t0.333333333333333\r\n46348.\t2.5\r\n";
   ASSERT_GT(f.size(), tail.size());
   EXPECT_EQ(f.substr(f.size() - tail.size()), tail);
-  EXPECT_EQ(t.app->s.DisplayedSaved, 1);
+  EXPECT_EQ(t.app->s.files.DisplayedSaved, 1);
   EXPECT_EQ(r.RecordSaved.Value(), 0);
   EXPECT_FALSE(t.app->v.log1.mnuSaveTXT.enabled);
 }
@@ -133,7 +133,7 @@ TEST(RecordFile, TheShownPartIsWrittenWithItsOwnStatisticsAndLeavesTheRecordUnsa
 TEST(RecordFile, AfterSavingTheWholeOfAZoomedRecordItsShownPartCanStillBeSaved) {
   Started t;
   FillRecord(t.r(), 17, {46347.5}, {1});
-  t.app->s.GraphZoomed = 1;
+  t.app->s.graph.GraphZoomed = 1;
   t.app->v.log1.Label16.caption = "unsaved";
   t.Write("z.txt", false);
   EXPECT_TRUE(t.app->v.log1.mnuSaveTXT.enabled);
@@ -170,7 +170,7 @@ TEST(RecordFile, ARecordWrittenAndOpenedAgainKeepsItsSamplesAndTextsAndRecompute
 
   EXPECT_TRUE(t.ui.messages.empty());
   EXPECT_EQ(t.ui.fileFilters, std::vector<std::string>{kFilter});
-  EXPECT_EQ(t.app->s.OpenFileName, t.Path("round.txt"));
+  EXPECT_EQ(t.app->s.files.OpenFileName, t.Path("round.txt"));
   ASSERT_EQ(r.FullSampleCount.Value(), 500);
   EXPECT_EQ(r.RecordSampleCount.Value(), 500);
   for (long i = 1; i <= 500; ++i) {
@@ -282,7 +282,7 @@ TEST(RecordFile, AMissingFileIsReportedAndTheDialogOpensAgainWithoutAskingAboutU
   EXPECT_EQ(t.ui.fileFilters.size(), 2u);
   EXPECT_DOUBLE_EQ(t.r().FullValues[1], 9);
   EXPECT_EQ(t.r().RecordTitle, "T1");
-  EXPECT_EQ(t.app->s.OpenRetry, 0);
+  EXPECT_EQ(t.app->s.files.OpenRetry, 0);
 }
 
 TEST(RecordFile, CancelAtTheUnsavedQuestionOrInTheFileDialogLeavesTheRecordAlone) {
@@ -318,7 +318,7 @@ TEST(RecordFile, AFileOfAnotherKindIsRefusedAndAGoodFileChosenNextLosesItsTexts)
   EXPECT_EQ(t.r().RecordTitle, "");
   EXPECT_EQ(t.r().RecordStats, "");
   EXPECT_FALSE(t.app->v.log1.Command2.enabled);
-  EXPECT_EQ(t.app->s.OpenRetry, 0);
+  EXPECT_EQ(t.app->s.files.OpenRetry, 0);
 }
 
 TEST(RecordFile, ADamagedFileKeepsWhatWasReadWithoutStatisticsAndOffersTheDialogAgain) {
@@ -343,7 +343,7 @@ TEST(RecordFile, ADamagedFileKeepsWhatWasReadWithoutStatisticsAndOffersTheDialog
     EXPECT_EQ(t.ui.fileFilters.size(), 2u) << c.what;
     EXPECT_EQ(t.r().FullMax.Value(), 999) << c.what;
     EXPECT_EQ(t.r().RecordFromFile, 0) << c.what;
-    EXPECT_EQ(t.app->s.OpenRetry, 1) << c.what;
+    EXPECT_EQ(t.app->s.files.OpenRetry, 1) << c.what;
     EXPECT_TRUE(t.ui.fatal.empty()) << c.what;
     if (std::string(c.what) == "ends early") {
       EXPECT_DOUBLE_EQ(t.r().FullValues[1], 1);

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "storage/record_file.h"
 #include "support/fake_platform.h"
 
@@ -52,8 +52,8 @@ struct Saving : TestApp {
     r.ShownMax = 30;
     r.ShownMin = 20;
     r.ShownAvg = 25;
-    app->s.GraphZoomed = 1;
-    app->s.DisplayedSaved = 0;
+    app->s.graph.GraphZoomed = 1;
+    app->s.files.DisplayedSaved = 0;
   }
   // Runs the Save command; names are picked in the save dialog in turn ("" cancels), and
   // the SaveOpt button given is pressed if the dialog comes up (0: Cancel).
@@ -99,7 +99,7 @@ TEST(SaveCommand, AnUnzoomedUnsavedRecordIsSavedWholeWithoutAQuestion) {
   EXPECT_EQ(t.SavedValues("rec.txt"), kWhole);
   EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 1);
   EXPECT_FALSE(t.app->v.log1.mnuSaveTXT.enabled);
-  EXPECT_EQ(t.app->s.SaveFileName, t.Path("rec.txt"));
+  EXPECT_EQ(t.app->s.files.SaveFileName, t.Path("rec.txt"));
 }
 
 TEST(SaveCommand, AZoomedSavedRecordSavesItsShownPartWithoutAQuestion) {
@@ -109,7 +109,7 @@ TEST(SaveCommand, AZoomedSavedRecordSavesItsShownPartWithoutAQuestion) {
   t.Save({"part.txt"});
   EXPECT_FALSE(t.SaveOptShown());
   EXPECT_EQ(t.SavedValues("part.txt"), kShown);
-  EXPECT_EQ(t.app->s.DisplayedSaved, 1);
+  EXPECT_EQ(t.app->s.files.DisplayedSaved, 1);
   EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 1);
 }
 
@@ -140,7 +140,7 @@ TEST(SaveCommand, ADisplayedOnlyChoiceStandsForALaterUnquestionedSave) {
   t.Zoom();
   t.Save({"first.txt"}, 2);
   // Unzoomed again with a new record that is not saved: no question, and still the shown part.
-  t.app->s.GraphZoomed = 0;
+  t.app->s.graph.GraphZoomed = 0;
   t.app->s.record.RecordSampleCount = 1;
   t.Save({"second.txt"});
   EXPECT_FALSE(t.SaveOptShown());
@@ -178,7 +178,7 @@ TEST(SaveCommand, TxtIsAddedUnlessTheFourthCharacterFromTheEndIsAPoint) {
     Saving t;
     t.Save({chosen});
     EXPECT_TRUE(t.FileExists(saved)) << chosen;
-    EXPECT_EQ(t.app->s.SaveFileName, t.Path(saved));
+    EXPECT_EQ(t.app->s.files.SaveFileName, t.Path(saved));
   }
   EXPECT_EQ(SaveNameFor("ab"), "ab.txt");
   EXPECT_EQ(SaveNameFor(""), ".txt");

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "link/download.h"
 #include "sim/firmware/logger_line.h"
 #include "support/fake_platform.h"

@@ -9,9 +9,10 @@
 #include <fstream>
 #include <sstream>
 
+#include "log1/hooks.h"
 #include "core/fault.h"
-#include "core/language.h"
-#include "core/startup.h"
+#include "log1/language.h"
+#include "log1/startup.h"
 #include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
@@ -206,7 +207,7 @@ TestApp::TestApp(DateTime start)
     : dir(MakeTempDir()), clock(sched, start), timers(sched), poster(sched), transport(sched) {
   std::filesystem::create_directories(dir + "/prog");
   platform.reset(new Platform{ui, clock, timers, poster, transport, FilePlaces{dir + "/prog", dir}});
-  app = std::make_unique<App>(*platform);
+  app = std::make_unique<App>(*platform, Log1Hooks());
   app->port.onComm = [a = app.get()] { OnSerialEvent(*a); };
   ui.app = app.get();
 }

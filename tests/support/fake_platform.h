@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/platform.h"
 
 namespace quillet::testing {

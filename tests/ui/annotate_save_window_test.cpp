@@ -18,8 +18,9 @@
 #include <QTimer>
 #include <cstdlib>
 
-#include "core/app.h"
-#include "core/language.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
+#include "log1/language.h"
 #include "ui/dialogs.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
@@ -63,7 +64,7 @@ struct WindowWithRecord {
   SerialTransport transport;
   MainWindow window;
   Platform platform{window, clock, timers, poster, transport, FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}};
-  App app{platform};
+  App app{platform, Log1Hooks()};
 };
 
 // Runs fn on the modal window of the given name once it is up, polling while the
@@ -139,7 +140,7 @@ TEST(SaveOptWindow, DisplayedGraphOnlyThenTheSaveDialogWritesTheShownSamplesUnde
   r.ShownTimes[1] = r.FullTimes[2];
   r.ShownTimes[2] = r.FullTimes[3];
   r.RecordSaved = 0;
-  p.app.s.GraphZoomed = 1;
+  p.app.s.graph.GraphZoomed = 1;
   p.app.v.log1.mnuSaveTXT.enabled = true;
   p.window.Refresh();
 
@@ -178,7 +179,7 @@ TEST(SaveOptWindow, DisplayedGraphOnlyThenTheSaveDialogWritesTheShownSamplesUnde
   EXPECT_EQ(lines[2], "2");
   EXPECT_TRUE(lines[13].endsWith("\t2.5"));
   EXPECT_TRUE(lines[14].endsWith("\t3.5"));
-  EXPECT_EQ(p.app.s.DisplayedSaved, 1);
+  EXPECT_EQ(p.app.s.files.DisplayedSaved, 1);
 }
 
 TEST(ClipboardWindow, GraphToClipboardPutsThePictureOfTheGraphSurfaceThere) {

@@ -20,9 +20,10 @@
 #include <QTextBrowser>
 #include <QTimer>
 
-#include "core/app.h"
-#include "core/language.h"
-#include "core/startup.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
+#include "log1/language.h"
+#include "log1/startup.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "ui/dialogs.h"
@@ -46,7 +47,7 @@ struct WindowProgram {
     qputenv("QUILLET_COM1", QByteArray(QUILLET_BIN_DIR "/no-such-device"));
     platform = std::make_unique<Platform>(Platform{window, clock, timers, poster, transport,
                                                    FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}});
-    app = std::make_unique<App>(*platform);
+    app = std::make_unique<App>(*platform, Log1Hooks());
     app->port.onComm = [a = app.get()] { OnSerialEvent(*a); };
     window.Attach(*app);
   }

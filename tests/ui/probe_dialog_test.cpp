@@ -10,7 +10,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "core/app.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
 #include "measure/probe_table.h"
 #include "ui/dialogs.h"
 #include "ui/main_window.h"
@@ -28,7 +29,7 @@ TEST(ProbeDialog, Func1ShowsTheFirstGroupOfTheShippedFileAndTakesTheChoice) {
   SerialTransport transport;
   MainWindow window;
   Platform platform{window, clock, timers, poster, transport, FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}};
-  App app(platform);
+  App app(platform, Log1Hooks());
   window.Attach(app);
   app.s.logger.LoggerSerial = 12;
   Dispatch(app, [&app] { LoadProbeTable(app); });

@@ -8,8 +8,9 @@
 #include <QTemporaryDir>
 #include <QThread>
 
-#include "core/app.h"
-#include "core/startup.h"
+#include "log1/hooks.h"
+#include "hub/app.h"
+#include "log1/startup.h"
 #include "link/link_supervision.h"
 #include "ui/main_window.h"
 #include "ui/qt_platform.h"
@@ -51,7 +52,7 @@ struct LinkedProgram {
     qputenv("QUILLET_COM1", (dir.path() + "/tty").toUtf8());
     platform = std::make_unique<Platform>(Platform{window, clock, timers, poster, transport,
                                                    FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}});
-    app = std::make_unique<App>(*platform);
+    app = std::make_unique<App>(*platform, Log1Hooks());
     app->port.onComm = [a = app.get()] { OnSerialEvent(*a); };
     window.Attach(*app);
   }

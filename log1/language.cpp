@@ -1,8 +1,8 @@
-#include "core/language.h"
+#include "log1/language.h"
 
-#include "core/app.h"
+#include "hub/app.h"
 #include "core/formatting.h"
-#include "core/int16.h"
+#include "core/language_table.h"
 #include "core/text_file.h"
 
 namespace quillet {
@@ -34,15 +34,7 @@ bool LanguageChosen(const App& app) {
 }  // namespace
 
 void LoadLanguageTable(App& app) {
-  LanguageData& L = app.s.lang;
-  TextReader in = TextReader::Open(app.p.places.programDir + "/loglang.txt");
-  L.LanguageCount = ToInt16(LeadingNumber(in.ReadText()));
-  const double strings = LeadingNumber(in.ReadText());
-  for (int i = 1; i <= L.LanguageCount; ++i) L.LanguageName[i] = in.ReadText();
-  for (int i = 1; i <= L.LanguageCount; ++i) L.LanguageHelpFile[i] = in.ReadText();
-  for (int n = 1; n <= strings; ++n) {
-    for (int i = 1; i <= L.LanguageCount; ++i) L.LanguageTable[i][n] = in.ReadText();
-  }
+  ReadLanguageFile(app.p.places.programDir + "/loglang.txt", app.s.lang);
 }
 
 void ApplyLanguage(App& app) {
@@ -174,7 +166,7 @@ void LangfrmCancel(App& app) {
 void FillEditionTexts(App& app) {
   About2View& a = app.v.about2;
   Log1View& w = app.v.log1;
-  const int edition = app.s.EditionFlag;
+  const int edition = app.s.settings.EditionFlag;
   auto lang1 = [&app](int n) -> std::string { return app.s.lang.LanguageTable[1][n]; };
   auto selected = [&app](int n) -> std::string { return LanguageText(app, n); };
   a.Label8.caption = kLegalNotice;

@@ -1,6 +1,6 @@
-#include "core/default_captions.h"
+#include "hub/default_captions.h"
 
-#include "core/view_model.h"
+#include "hub/view_model.h"
 
 namespace quillet {
 

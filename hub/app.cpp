@@ -1,12 +1,11 @@
-#include "core/app.h"
+#include "hub/app.h"
 
-#include "core/default_captions.h"
-#include "core/dialogs.h"
+#include "hub/default_captions.h"
 #include "core/fault.h"
 
 namespace quillet {
 
-App::App(Platform& platform) : p(platform), poster(*this), port(platform.transport, poster) {
+App::App(Platform& platform, const AppHooks& appHooks) : p(platform), hooks(appHooks), poster(*this), port(platform.transport, poster) {
   InstallDefaultCaptions(v);
 }
 
@@ -64,8 +63,12 @@ MsgAnswer MessageBox(App& app, const std::string& text, const std::string& title
   return app.p.ui.Message(MessageRequest{text, title, buttons, icon, defaultButton});
 }
 
+void RedrawRecordGraph(App& app) {
+  if (app.hooks.redrawGraph) app.hooks.redrawGraph(app);
+}
+
 void ShowModal(App& app, DialogId dialog) {
-  OpenDialog(app, dialog);
+  if (app.hooks.openDialog) app.hooks.openDialog(app, dialog);
   app.p.ui.Refresh();
   app.p.ui.ShowModal(dialog);
 }

@@ -1,7 +1,7 @@
-#include "core/dialogs.h"
+#include "log1/dialogs.h"
 
-#include "core/app.h"
-#include "core/language.h"
+#include "hub/app.h"
+#include "log1/language.h"
 #include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"

@@ -1,15 +1,30 @@
-#include "core/startup.h"
+#include "log1/startup.h"
 
-#include "core/app.h"
-#include "core/language.h"
+#include "hub/app.h"
+#include "log1/language.h"
 #include "core/settings_file.h"
 #include "graph/panel.h"
 #include "link/download.h"
 #include "link/link_supervision.h"
 #include "link/live_reading.h"
+#include "measure/model_table.h"
 #include "measure/temperature_unit.h"
 
 namespace quillet {
+
+std::string SettingsPath(const App& app) {
+  if (!app.p.places.settingsFile.empty()) return app.p.places.settingsFile;
+  return app.p.places.currentDir + "/" + kSettingsFileName;
+}
+
+namespace {
+SettingsFields FieldsOf(App& app) {
+  return SettingsFields{app.s.settings, app.s.probes, app.s.scales, app.s.UnitByModel};
+}
+}  // namespace
+
+void ReadSettings(App& app) { ReadSettingsFile(SettingsPath(app), FieldsOf(app)); }
+void WriteSettings(App& app) { WriteSettingsFile(SettingsPath(app), FieldsOf(app)); }
 
 namespace {
 
@@ -94,7 +109,7 @@ void StartProgram(App& app) {
   w.ProgressBar1.visible = false;
   // 2
   s.settings.BaudRate = 1200;
-  s.EditionFlag = 1;
+  s.settings.EditionFlag = 1;
   // So that the language dialog has a labelled button while no language is chosen.
   s.lang.LanguageTable[0][120] = "OK";
   // 3

@@ -1,5 +1,7 @@
 #pragma once
 // Start-up and exit of the main window.
+#include <string>
+
 namespace quillet {
 struct App;
 
@@ -8,6 +10,11 @@ void StartProgram(App& app);
 bool EndProgram(App& app);
 void ArrangeMainWindow(App& app);
 void LoadLanguageAndSettings(App& app);
+
+// logger1.ini in the folder the program was started in (or where the platform says).
+std::string SettingsPath(const App& app);
+void ReadSettings(App& app);   // faults go to the caller; what was read before stays
+void WriteSettings(App& app);
 
 void InstallUsFormats(App& app);
 void InstallEurFormats(App& app);

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "core/platform.h"
-#include "core/state.h"
-#include "core/view_model.h"
+#include "hub/state.h"
+#include "hub/view_model.h"
 #include "link/comm_port.h"
 
 namespace quillet {
@@ -29,6 +29,15 @@ struct ProgramEnd {
 
 struct App;
 
+// Calls by which one subsystem makes something happen in another: the main window's
+// composition installs them, so no subsystem includes another's handlers for that.
+struct AppHooks {
+  // Runs a dialog's opening logic (the dialog routing).
+  void (*openDialog)(App& app, DialogId dialog) = nullptr;
+  // Redraws the graph of the record on screen after its values or scales changed.
+  void (*redrawGraph)(App& app) = nullptr;
+};
+
 // Posts work as an event of its own, entering through Dispatch.
 class DispatchingPoster : public EventPoster {
  public:
@@ -40,11 +49,12 @@ class DispatchingPoster : public EventPoster {
 };
 
 struct App {
-  explicit App(Platform& platform);
+  App(Platform& platform, const AppHooks& hooks);
   App(const App&) = delete;
   App& operator=(const App&) = delete;
 
   Platform& p;
+  AppHooks hooks;
   State s;
   Views v;
   DispatchingPoster poster;
@@ -78,6 +88,9 @@ const std::string& LanguageText(const App& app, int n);
 // Shows a message box; the answer comes back.
 MsgAnswer MessageBox(App& app, const std::string& text, const std::string& title, MsgButtons buttons,
                      MsgIcon icon, int defaultButton = 1);
+
+// Redraws the graph of the record on screen, where there is one.
+void RedrawRecordGraph(App& app);
 
 // Runs a dialog's opening logic and shows it modally until its logic hides it.
 void ShowModal(App& app, DialogId dialog);
