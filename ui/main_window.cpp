@@ -15,6 +15,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <cstdio>
 #include <cstdlib>
@@ -88,6 +89,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
   BuildMenus();
   BuildCentral();
   resize(1100, 760);
+  // Below this the plot gets too low to read and the panel's lines pile up.
+  setMinimumSize(kMinimumWidth, kMinimumHeight);
 }
 
 MainWindow::~MainWindow() = default;
@@ -166,6 +169,18 @@ void MainWindow::BuildMenus() {
   AddAction(help, "mnuHelpIndex", MnuHelpIndex);
   help->addSeparator();
   AddAction(help, "mnuHelpAbout", MnuHelpAbout);
+
+  // The usual keys, beside the mnemonics of the captions.
+  const std::pair<const char*, QKeySequence> keys[] = {
+      {"mnuOpen", QKeySequence(Qt::CTRL | Qt::Key_O)},   {"mnuSaveTXT", QKeySequence(Qt::CTRL | Qt::Key_S)},
+      {"mnuPGraph", QKeySequence(Qt::CTRL | Qt::Key_P)}, {"mnuExit", QKeySequence(Qt::CTRL | Qt::Key_Q)},
+      {"mnuHelpCont", QKeySequence(Qt::Key_F1)}};
+  for (const auto& [name, key] : keys) {
+    if (QAction* a = findChild<QAction*>(name)) {
+      a->setShortcut(key);
+      a->setShortcutContext(Qt::ApplicationShortcut);
+    }
+  }
 }
 
 QLabel* MainWindow::AddLabel(QWidget* parent, const char* name) {
@@ -322,6 +337,9 @@ void MainWindow::BuildCentral() {
   auto* status = new QHBoxLayout;
   for (const char* name : {"Label15", "Label16"}) {
     auto* l = AddLabel(central, name);
+    // The work line is as wide as its longest text, so the save note beside it keeps
+    // its place whichever text stands there, or none.
+    if (std::string(name) == "Label15") l->setMinimumWidth(kStatusWidth);
     l->setAutoFillBackground(true);
     QPalette dark = l->palette();
     dark.setColor(QPalette::Window, QColor(40, 40, 48));
@@ -399,7 +417,12 @@ void MainWindow::ShowModal(DialogId id) {
   if (!dlg || !dlg->LogicVisible()) return;
   dlg->MirrorView();
   dlg->Opening();
+  // Fixed at the size its controls need in the present language, centred on the window.
+  dlg->setMinimumSize(0, 0);
+  dlg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   dlg->adjustSize();
+  dlg->setFixedSize(dlg->size());
+  CentreOnWindow(dlg);
   dlg->show();
   dlg->raise();
   dlg->activateWindow();
@@ -408,6 +431,14 @@ void MainWindow::ShowModal(DialogId id) {
   loop.exec(QEventLoop::DialogExec);
   modalLoops_.remove(id);
   dlg->hide();
+}
+
+void MainWindow::CentreOnWindow(QWidget* w) const {
+  const QRect area = isVisible() ? frameGeometry() : (screen() ? screen()->availableGeometry() : QRect());
+  if (area.isEmpty()) return;
+  QRect place(QPoint(0, 0), w->size());
+  place.moveCenter(area.center());
+  w->move(place.topLeft());
 }
 
 void MainWindow::PaintGraph(const std::function<void(DrawSurface&)>& draw) { graph_->Paint(draw); }
@@ -436,19 +467,25 @@ void MainWindow::Refresh() {
 
 void MainWindow::Beep() { QApplication::beep(); }
 
-std::string MainWindow::OpenFileDialog(const std::string& filter) {
-  const QString path = QFileDialog::getOpenFileName(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter));
+std::string MainWindow::RunFileDialog(const std::string& filter, bool save) {
+  QFileDialog dialog(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter));
+  dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  // The logic asks about an existing file itself, and adds the extension by its own rule.
+  if (save) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  // Names, sizes and dates side by side, with room to read them.
+  dialog.setViewMode(QFileDialog::Detail);
+  dialog.resize(kFileDialogWidth, kFileDialogHeight);
+  CentreOnWindow(&dialog);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) throw Fault(kFaultCancel);
+  const QString path = dialog.selectedFiles().constFirst();
   if (path.isEmpty()) throw Fault(kFaultCancel);
   return path.toStdString();
 }
 
-std::string MainWindow::SaveFileDialog(const std::string& filter) {
-  // The logic asks about an existing file itself, and adds the extension by its own rule.
-  const QString path = QFileDialog::getSaveFileName(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter),
-                                                    nullptr, QFileDialog::DontConfirmOverwrite);
-  if (path.isEmpty()) throw Fault(kFaultCancel);
-  return path.toStdString();
-}
+std::string MainWindow::OpenFileDialog(const std::string& filter) { return RunFileDialog(filter, false); }
+
+std::string MainWindow::SaveFileDialog(const std::string& filter) { return RunFileDialog(filter, true); }
 
 void MainWindow::PutGraphOnClipboard() {
   // The picture the last drawing left, without the zoom rectangle over it; before any

@@ -23,6 +23,10 @@ class GraphView;
 class MainWindow : public QMainWindow, public UserInterface {
   Q_OBJECT
  public:
+  // The smallest window in which the graph, the panel and the buttons stay readable.
+  static constexpr int kMinimumWidth = 860, kMinimumHeight = 600;
+  static constexpr int kStatusWidth = 340;  // the work line under the graph
+  static constexpr int kFileDialogWidth = 900, kFileDialogHeight = 560;
   explicit MainWindow(QWidget* parent = nullptr);
   ~MainWindow() override;
   // Connects the window to the application; the dialogs are created here, hidden.
@@ -52,6 +56,8 @@ class MainWindow : public QMainWindow, public UserInterface {
  private:
   void BuildMenus();
   void BuildCentral();
+  void CentreOnWindow(QWidget* w) const;
+  std::string RunFileDialog(const std::string& filter, bool save);
   QAction* AddAction(QMenu* menu, const char* name, std::function<void(App&)> handler, bool checkable = false);
   QMenu* AddMenu(QMenu* parent, const char* name);
   QAction* AddBarCommand(const char* name, std::function<void(App&)> handler);
