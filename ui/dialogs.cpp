@@ -515,7 +515,8 @@ bool HelpWindow::Load(const QString& path) {
 void HelpWindow::ShowContents() {
   search_->clear();
   browser_->moveCursor(QTextCursor::Start);
-  browser_->scrollToAnchor("contents");
+  anchor_ = "contents";
+  browser_->scrollToAnchor(anchor_);
   if (!isVisible()) PlaceOnScreen();
   show();
   raise();
@@ -547,7 +548,9 @@ void HelpWindow::FilterKeywords(const QString& text) {
 }
 
 void HelpWindow::GoTo(QListWidgetItem* item) {
-  if (item) browser_->scrollToAnchor(item->data(Qt::UserRole).toString());
+  if (!item) return;
+  anchor_ = item->data(Qt::UserRole).toString();
+  browser_->scrollToAnchor(anchor_);
 }
 
 }  // namespace quillet

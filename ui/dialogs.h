@@ -146,6 +146,7 @@ class HelpWindow : public QWidget {
   void ShowContents();
   void ShowSearch();
   QString CurrentFile() const { return file_; }
+  QString CurrentAnchor() const { return anchor_; }  // the section last gone to
   // Sizes the window to fit the screen the main window is on, centred on it.
   void PlaceOnScreen();
 
@@ -157,6 +158,7 @@ class HelpWindow : public QWidget {
   QListWidget* keywords_;
   QSplitter* split_ = nullptr;
   QString file_;
+  QString anchor_;
 };
 
 }  // namespace quillet
