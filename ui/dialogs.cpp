@@ -22,6 +22,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "core/own_texts.h"
 #include "hub/app.h"
 #include "log1/language.h"
 #include "graph/annotation.h"
@@ -110,7 +111,8 @@ void PortDialog::Opening() {
   // Which device each choice means here, looked up afresh at each opening.
   for (int n = 1; n <= 4; ++n) {
     const std::string device = app_.p.transport.DeviceName(n);
-    devices_[n - 1]->setText(device.empty() ? tr("(no device)") : QString::fromStdString(device));
+    devices_[n - 1]->setText(QString::fromStdString(
+        device.empty() ? OwnTextIn(app_.s.settings.LanguageIndex.Value(), OwnText::NoDevice) : device));
   }
 }
 
@@ -444,7 +446,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   sideLayout->setContentsMargins(0, 0, 0, 0);
   search_ = new QLineEdit(side);
   search_->setObjectName("helpSearch");
-  search_->setPlaceholderText(tr("Type a keyword"));
+  search_->setPlaceholderText(QString::fromStdString(OwnTextIn(1, OwnText::TypeAKeyword)));
   keywords_ = new QListWidget(side);
   keywords_->setObjectName("helpKeywords");
   sideLayout->addWidget(search_);
@@ -467,6 +469,11 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   connect(keywords_, &QListWidget::itemActivated, this, &HelpWindow::GoTo);
   connect(keywords_, &QListWidget::itemClicked, this, &HelpWindow::GoTo);
   resize(900, 640);
+}
+
+void HelpWindow::SetLanguage(double languageIndex) {
+  language_ = languageIndex;
+  search_->setPlaceholderText(QString::fromStdString(OwnTextIn(language_, OwnText::TypeAKeyword)));
 }
 
 void HelpWindow::PlaceOnScreen() {
@@ -495,7 +502,8 @@ bool HelpWindow::Load(const QString& path) {
   file_ = path;
   browser_->setSearchPaths({QFileInfo(path).absolutePath()});
   browser_->setHtml(html);
-  setWindowTitle(browser_->documentTitle().isEmpty() ? tr("Help") : browser_->documentTitle());
+  setWindowTitle(browser_->documentTitle().isEmpty() ? QString::fromStdString(OwnTextIn(language_, OwnText::Help))
+                                                    : browser_->documentTitle());
   keywords_->clear();
   static const QRegularExpression heading(R"re(<h[23][^>]*id="([^"]+)"[^>]*>(.*?)</h[23]>)re",
                                           QRegularExpression::DotMatchesEverythingOption |

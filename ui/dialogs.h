@@ -147,6 +147,8 @@ class HelpWindow : public QWidget {
   void ShowSearch();
   QString CurrentFile() const { return file_; }
   QString CurrentAnchor() const { return anchor_; }  // the section last gone to
+  // The viewer's own words follow the selected language.
+  void SetLanguage(double languageIndex);
   // Sizes the window to fit the screen the main window is on, centred on it.
   void PlaceOnScreen();
 
@@ -159,6 +161,7 @@ class HelpWindow : public QWidget {
   QSplitter* split_ = nullptr;
   QString file_;
   QString anchor_;
+  double language_ = 1;
 };
 
 }  // namespace quillet

@@ -20,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "core/own_texts.h"
 #include "hub/app.h"
 #include "core/fault.h"
 #include "log1/language.h"
@@ -400,6 +401,24 @@ MsgAnswer MainWindow::Message(const MessageRequest& r) {
       order << box.addButton(QMessageBox::Yes) << box.addButton(QMessageBox::No) << box.addButton(QMessageBox::Cancel);
       break;
   }
+  // The buttons speak the selected language: OK and Cancel from the language table (a
+  // row left empty keeps the platform's word), Yes and No from the program's own.
+  const double language = app_ ? app_->s.settings.LanguageIndex.Value() : 0;
+  auto rowText = [this, language](int row) -> QString {
+    if (!app_ || !(language >= 0 && language <= 8)) return {};
+    return QString::fromStdString(app_->s.lang.LanguageTable.at(language)[row]);
+  };
+  for (QAbstractButton* b : order) {
+    QString word;
+    switch (box.standardButton(b)) {
+      case QMessageBox::Ok: word = rowText(120); break;
+      case QMessageBox::Cancel: word = rowText(119); break;
+      case QMessageBox::Yes: word = QString::fromStdString(OwnTextIn(language, OwnText::Yes)); break;
+      case QMessageBox::No: word = QString::fromStdString(OwnTextIn(language, OwnText::No)); break;
+      default: break;
+    }
+    if (!word.isEmpty()) b->setText(word);
+  }
   if (r.defaultButton >= 1 && r.defaultButton <= order.size()) {
     box.setDefaultButton(qobject_cast<QPushButton*>(order[r.defaultButton - 1]));
   }
@@ -502,8 +521,11 @@ void MainWindow::PutGraphOnClipboard() {
 
 void MainWindow::ShowHelp(const std::string& helpFile, HelpCommand command) {
   const QString path = QString::fromStdString(app_->p.places.programDir + "/" + helpFile);
+  const double language = app_->s.settings.LanguageIndex.Value();
+  help_->SetLanguage(language);
   if (helpFile.empty() || !help_->Load(path)) {
-    QMessageBox::warning(this, tr("Help"), tr("The help file %1 could not be opened.").arg(path));
+    QMessageBox::warning(this, QString::fromStdString(OwnTextIn(language, OwnText::Help)),
+                         QString::fromStdString(OwnTextIn(language, OwnText::HelpFileMissing)).arg(path));
     return;
   }
   if (command == HelpCommand::KeywordSearch) {
