@@ -436,12 +436,7 @@ void MainWindow::ShowModal(DialogId id) {
   if (!dlg || !dlg->LogicVisible()) return;
   dlg->MirrorView();
   dlg->Opening();
-  // Fixed at the size its controls need in the present language, centred on the window.
-  dlg->setMinimumSize(0, 0);
-  dlg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-  dlg->adjustSize();
-  dlg->setFixedSize(dlg->size());
-  CentreOnWindow(dlg);
+  FitDialog(dlg);
   dlg->show();
   dlg->raise();
   dlg->activateWindow();
@@ -450,6 +445,16 @@ void MainWindow::ShowModal(DialogId id) {
   loop.exec(QEventLoop::DialogExec);
   modalLoops_.remove(id);
   dlg->hide();
+}
+
+void MainWindow::FitDialog(QDialog* dlg) const {
+  // Fixed at the size its controls need in the present language, centred on the window.
+  dlg->setMinimumSize(0, 0);
+  dlg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  if (QLayout* layout = dlg->layout()) layout->activate();
+  dlg->adjustSize();
+  dlg->setFixedSize(dlg->size());
+  CentreOnWindow(dlg);
 }
 
 void MainWindow::CentreOnWindow(QWidget* w) const {

@@ -2,6 +2,7 @@
 // Log1: the main window, a shell over the logic. It forwards menu commands, clicks and
 // resizes into the dispatcher and mirrors the view model back after every event. It
 // is also the platform's user interface: message boxes, modal dialogs, help, beep.
+#include <QDialog>
 #include <QEventLoop>
 #include <QMainWindow>
 #include <QMap>
@@ -46,6 +47,8 @@ class MainWindow : public QMainWindow, public UserInterface {
 
   ShellDialog* Dialog(DialogId id) const { return dialogs_.value(id, nullptr); }
   HelpWindow* Help() const { return help_; }
+  // Sizes a dialog to what its controls need now and centres it on the window.
+  void FitDialog(QDialog* dlg) const;
   GraphView* Graph() const { return graph_; }
 
  protected:
