@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -453,7 +454,9 @@ void MainWindow::FitDialog(QDialog* dlg) const {
   dlg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   if (QLayout* layout = dlg->layout()) layout->activate();
   dlg->adjustSize();
-  dlg->setFixedSize(dlg->size());
+  // Wide enough for its title beside the window manager's buttons, too.
+  const int titleWidth = dlg->fontMetrics().horizontalAdvance(dlg->windowTitle()) + kTitleAllowance;
+  dlg->setFixedSize(std::max(dlg->width(), titleWidth), dlg->height());
   CentreOnWindow(dlg);
 }
 

@@ -28,6 +28,7 @@ class MainWindow : public QMainWindow, public UserInterface {
   static constexpr int kMinimumWidth = 860, kMinimumHeight = 600;
   static constexpr int kStatusWidth = 340;  // the work line under the graph
   static constexpr int kFileDialogWidth = 900, kFileDialogHeight = 560;
+  static constexpr int kTitleAllowance = 110;  // a title bar's buttons and margins, in pixels
   explicit MainWindow(QWidget* parent = nullptr);
   ~MainWindow() override;
   // Connects the window to the application; the dialogs are created here, hidden.
