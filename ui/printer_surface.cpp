@@ -101,6 +101,7 @@ void QtPrinterSurface::SetFont(const std::string& name, double size, bool bold) 
   const QFontMetricsF m(f);
   ascent_ = m.ascent();
   lineHeight_ = m.height();
+  blank_ = m.horizontalAdvance(QLatin1Char(' '));
   for (std::size_t i = 0; i < fonts_.size(); ++i) {
     if (fonts_[i] == f) {
       font_ = static_cast<int>(i);
@@ -135,8 +136,17 @@ void QtPrinterSurface::Line(double x1, double y1, double x2, double y2, int colo
   page.push_back({false, pen_, x1, y1, x2, y2, {}});
 }
 
-void QtPrinterSurface::TextAt(double x, double y, const std::string& text) {
-  Page().push_back({true, font_, x, y + ascent_, 0, 0, QString::fromStdString(text)});
+void QtPrinterSurface::TextAt(double x, double y, const std::string& text) { Write(x, y, text); }
+
+// Blanks at either end of a text are left out of the drawn text, the leading ones as
+// their width: the page looks the same, and a table row of long blank runs costs less.
+void QtPrinterSurface::Write(double x, double y, const std::string& text) {
+  std::vector<Op>& page = Page();
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string::npos) return;
+  const std::size_t last = text.find_last_not_of(' ');
+  page.push_back({true, font_, x + first * blank_, y + ascent_, 0, 0,
+                  QString::fromUtf8(text.data() + first, static_cast<qsizetype>(last + 1 - first))});
 }
 
 void QtPrinterSurface::MoveTo(double x, double y) {
@@ -145,8 +155,7 @@ void QtPrinterSurface::MoveTo(double x, double y) {
 }
 
 void QtPrinterSurface::TextLine(const std::string& text) {
-  std::vector<Op>& page = Page();
-  if (!text.empty()) page.push_back({true, font_, x_, y_ + ascent_, 0, 0, QString::fromStdString(text)});
+  Write(x_, y_, text);
   x_ = 0;
   y_ += lineHeight_;
 }

@@ -59,6 +59,7 @@ class QtPrinterSurface : public PrinterSurface {
   QtPrinterSurface();
   void Begin();
   void Send();
+  void Write(double x, double y, const std::string& text);
   struct Op {
     bool text;
     int style;  // the font of a text; the pen of a line
@@ -79,7 +80,7 @@ class QtPrinterSurface : public PrinterSurface {
   std::vector<QFont> fonts_;
   std::vector<Pen> pens_;
   int font_ = -1, pen_ = -1;
-  double ascent_ = 0, lineHeight_ = 0;
+  double ascent_ = 0, lineHeight_ = 0, blank_ = 0;
   int colour_ = -1, width_ = 1;
   double x_ = 0, y_ = 0;
 };
