@@ -7,4 +7,5 @@ int RunLive(const Options& opts);
 int RunDecode(const Options& opts);
 int RunDownload(const Options& opts);
 int RunRender(const Options& opts);
+int RunPrint(const Options& opts);
 }  // namespace quillet

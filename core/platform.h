@@ -24,7 +24,7 @@ struct MessageRequest {
 };
 
 // Every dialog of the system that can be shown modally.
-enum class DialogId { frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt };
+enum class DialogId { frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt, PrintOpt };
 
 // Help service commands, as the help viewer understands them.
 enum class HelpCommand { Contents = 3, KeywordSearch = 261 };

@@ -196,6 +196,17 @@ struct SaveOptView {
   }
 };
 
+// PrintOpt: which samples the data printout prints when the graph is zoomed.
+struct PrintOptView {
+  std::string caption = "Print Options";
+  bool visible = false;
+  Control Command1{"Entire Record"}, Command2{"Displayed Graph Only"}, Command3{"Cancel"};
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Command1", Command1); f("Command2", Command2); f("Command3", Command3);
+  }
+};
+
 struct Views {
   Log1View log1;
   FrmPortView frmPort;
@@ -205,6 +216,7 @@ struct Views {
   ProbeDialogView Func1, FUNC2, FUNC3;
   DescribeView Describe;
   SaveOptView SaveOpt;
+  PrintOptView PrintOpt;
 };
 
 }  // namespace quillet

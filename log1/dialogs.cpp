@@ -6,6 +6,7 @@
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "measure/probe_table.h"
+#include "printing/print_data.h"
 #include "storage/text_export.h"
 
 namespace quillet {
@@ -21,6 +22,7 @@ void OpenDialog(App& app, DialogId dialog) {
     case DialogId::FUNC3: OpenProbeDialog(app, 3); break;
     case DialogId::Describe: OpenDescribe(app); break;
     case DialogId::SaveOpt: OpenSaveOpt(app); break;
+    case DialogId::PrintOpt: OpenPrintOpt(app); break;
     default: break;
   }
 }

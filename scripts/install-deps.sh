@@ -10,6 +10,7 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth xclip xdotool socat poppler-utils icewm
   fonts-liberation2 gnuplot-nox python3-matplotlib imagemagick hyperfine
+  enscript ghostscript
 )
 
 missing=()

@@ -37,6 +37,10 @@
 #include "storage/text_export.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
+#include "printing/print_data.h"
+#include "printing/print_graph.h"
+#include "ui/print_opt_dialog.h"
+#include "ui/printer_surface.h"
 
 namespace quillet {
 
@@ -135,8 +139,8 @@ void MainWindow::BuildMenus() {
   AddAction(file, "mnuSaveTXT", MnuSaveTXT);
   AddAction(file, "mnuOpen", MnuOpen);
   file->addSeparator();
-  AddAction(file, "mnuPGraph", nullptr);
-  AddAction(file, "mnuPData", nullptr);
+  AddAction(file, "mnuPGraph", PrintGraph);
+  AddAction(file, "mnuPData", PrintData);
   AddAction(file, "mnuGClip", CopyGraphToClipboard);
   file->addSeparator();
   QMenu* scaling = AddMenu(file, "mnuScaling");
@@ -387,6 +391,9 @@ void MainWindow::Attach(App& app) {
   dialogs_[DialogId::FUNC3] = new ProbeGroupDialog(app, 3, this);
   dialogs_[DialogId::Describe] = new DescribeDialog(app, this);
   dialogs_[DialogId::SaveOpt] = new SaveOptDialog(app, this);
+  dialogs_[DialogId::PrintOpt] = new PrintOptDialog(app, this);
+  printer_ = std::make_unique<QtPrinterSurface>(this);
+  app.p.printer = printer_.get();
   help_ = new HelpWindow(this);
 }
 

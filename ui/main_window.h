@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QMap>
 #include <functional>
+#include <memory>
 
 #include "core/platform.h"
 #include "ui/mirror.h"
@@ -20,6 +21,7 @@ struct App;
 class ShellDialog;
 class HelpWindow;
 class GraphView;
+class QtPrinterSurface;
 
 class MainWindow : public QMainWindow, public UserInterface {
   Q_OBJECT
@@ -74,6 +76,7 @@ class MainWindow : public QMainWindow, public UserInterface {
   QMap<DialogId, QEventLoop*> modalLoops_;
   HelpWindow* help_ = nullptr;
   GraphView* graph_ = nullptr;
+  std::unique_ptr<QtPrinterSurface> printer_;  // a job left open is sent when the window goes
 };
 
 }  // namespace quillet
