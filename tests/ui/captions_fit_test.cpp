@@ -68,7 +68,8 @@ TEST(CaptionsFit, EveryWindowAndDialogInEveryLanguage) {
   App& app = *p.app;
   const std::vector<DialogId> dialogs = {DialogId::frmPort, DialogId::langfrm, DialogId::about2,
                                          DialogId::frmTimeset, DialogId::Func1, DialogId::FUNC2,
-                                         DialogId::FUNC3, DialogId::Describe, DialogId::SaveOpt};
+                                         DialogId::FUNC3, DialogId::Describe, DialogId::SaveOpt,
+                                         DialogId::PrintOpt};
   ASSERT_EQ(app.s.lang.LanguageCount, 8);
   for (int language = 1; language <= 8; ++language) {
     SCOPED_TRACE(app.s.lang.LanguageName[language]);
