@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QFileDialog>
+#include <QTest>
 #include <QWheelEvent>
 #include <functional>
 
@@ -134,6 +136,25 @@ TEST(WindowFinish, EnterInTheHelpSearchOpensTheFirstEntryThatMatches) {
   // The window is whole on a small screen's worth of room, its index column readable.
   EXPECT_LE(help->width(), 960);
   EXPECT_GE(keywords->width(), 200);
+}
+
+TEST(WindowFinish, TheUsualKeysOpenHelpAndTheFileDialog) {
+  StartedWindow p;
+  p.window.activateWindow();
+  QTest::keyClick(&p.window, Qt::Key_F1);
+  EXPECT_TRUE(p.window.Help()->isVisible());
+  EXPECT_EQ(p.window.Help()->CurrentAnchor(), "contents");
+  p.window.Help()->hide();
+  p.window.activateWindow();
+  bool fileDialog = false;
+  QTimer::singleShot(100, [&fileDialog] {
+    if (auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+      fileDialog = d->acceptMode() == QFileDialog::AcceptOpen && d->width() >= 900;
+      d->reject();
+    }
+  });
+  QTest::keyClick(&p.window, Qt::Key_O, Qt::ControlModifier);
+  EXPECT_TRUE(fileDialog);
 }
 
 }  // namespace
