@@ -457,13 +457,22 @@ void MainWindow::ShowModal(DialogId id) {
 
 void MainWindow::FitDialog(QDialog* dlg) const {
   // Fixed at the size its controls need in the present language, centred on the window.
-  dlg->setMinimumSize(0, 0);
+  // The width its shell was built with is a floor: wrapped texts read better at it.
+  if (!dlg->property("builtMinimumWidth").isValid()) dlg->setProperty("builtMinimumWidth", dlg->minimumWidth());
+  const int floorWidth = dlg->property("builtMinimumWidth").toInt();
+  dlg->setMinimumSize(floorWidth, 0);
   dlg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-  if (QLayout* layout = dlg->layout()) layout->activate();
+  QLayout* layout = dlg->layout();
+  if (layout) layout->activate();
   dlg->adjustSize();
   // Wide enough for its title beside the window manager's buttons, too.
   const int titleWidth = dlg->fontMetrics().horizontalAdvance(dlg->windowTitle()) + kTitleAllowance;
-  dlg->setFixedSize(std::max(dlg->width(), titleWidth), dlg->height());
+  const int width = std::max({dlg->width(), titleWidth, floorWidth});
+  // Wrapped texts take the height they need at that width.
+  int height = dlg->height();
+  if (layout && layout->hasHeightForWidth()) height = std::max(layout->totalMinimumSize().height(),
+                                                               layout->totalHeightForWidth(width));
+  dlg->setFixedSize(width, height);
   CentreOnWindow(dlg);
 }
 
