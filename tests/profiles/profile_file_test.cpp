@@ -193,7 +193,7 @@ TEST(ProfileFile, TwoBlankUnitsFromOkAreWrittenAndReadBackAsTwoBlanks) {
   TypeProfile(t, F::Custom, "");
   t.ui.saveAnswers = {t.Path("blank")};
   t.Do([&] { ProfileOk(*t.app, F::Custom); });
-  EXPECT_EQ(t.ReadFile("blank.cus").substr(0, 28), "\"customfile\",\"rev01\",\"  \"\r\n");
+  EXPECT_EQ(t.ReadFile("blank.cus").substr(0, 27), "\"customfile\",\"rev01\",\"  \"\r\n");
   ProfileApp u;
   u.Open(F::Custom);
   u.Do([&] { LoadProfile(*u.app, F::Custom, t.Path("blank.cus")); });
