@@ -78,17 +78,6 @@ TEST(ProfileDialog, OpensWithTheButtonsOfItsMode) {
   }
 }
 
-// A custom profile of 0 at row 0 and 100 at row 100, unit "psi", as a previous OK left it.
-void GoodCustomProfile(ProfileApp& t) {
-  t.Open(F::Custom);
-  t.Do([&] { ProfileClearAll(*t.app, F::Custom); ProfileUnitChanged(*t.app, F::Custom, "psi"); });
-  t.Type(F::Custom, 1, "0");
-  t.Type(F::Custom, 11, "100");
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
-  t.Do([&] { ProfileOk(*t.app, F::Custom); });
-  t.ui.messages.clear();
-}
-
 TEST(ProfileDialog, OkAsksToSaveOnlyAChangedProfileAndStaysOpenWhenTheSaveIsCancelled) {
   struct Case {
     const char* what;
