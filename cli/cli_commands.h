@@ -14,4 +14,5 @@ class HeadlessUi;
 // decode --profile: the file loaded into its family and accepted with OK. Throws
 // CommandError when it cannot be read or yields no table.
 void ApplyDecodeProfile(App& app, HeadlessUi& ui, const std::string& path);
+int RunPrint(const Options& opts);
 }  // namespace quillet

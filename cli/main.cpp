@@ -20,6 +20,9 @@ const char* const kUsage =
     "  render   REC.txt --out FILE.png|FILE.pdf [--size WxH] [--axes] [--settings logger1.ini]\n"
     "  profile  show FILE [--family custom|100mv|10v|420|bipo100mv|bipo10mv]\n"
     "  profile  write --family NAME --unit TEXT --entry KNOT=TEXT [--entry ...] --out FILE [--replace]\n"
+    "  print    graph REC.txt (--out FILE.pdf | --printer NAME) [--annotate] [--settings logger1.ini]\n"
+    "           [--paper A4|Letter]\n"
+    "  print    data REC.txt (--out FILE.pdf | --printer NAME) [--settings logger1.ini] [--paper A4|Letter]\n"
     "\n"
     "decode turns a saved header (the 22 bytes after the acknowledge) and block into a record\n"
     "file, timed as if the header had been read at --now. download finds the logger on the\n"
@@ -32,6 +35,9 @@ const char* const kUsage =
     "invalid, one knot line each, the preview's labels), tab-separated; profile write types\n"
     "the entries into the family's dialog and saves them. decode --profile converts through\n"
     "the profile file as if it had been opened and accepted in the model's dialog.\n"
+    "print prints a record file's graph page (with the annotation on --annotate) or its data\n"
+    "table as the window prints them, to a PDF file (A4 unless --paper says otherwise) or a\n"
+    "system printer (on its own paper unless --paper is given).\n"
     "Without --settings a command starts as on a first start.\n";
 
 }  // namespace
@@ -64,6 +70,10 @@ int main(int argc, char** argv) {
     if (command == "render") {
       return quillet::RunRender(
           ParseOptions(command, argc, argv, 2, {"", "--out", "--size", "--settings"}, {"--axes"}));
+    }
+    if (command == "print") {
+      return quillet::RunPrint(ParseOptions(command, argc, argv, 2,
+                                            {"", "--out", "--printer", "--settings", "--paper"}, {"--annotate"}));
     }
   } catch (const CommandError& e) {
     std::fprintf(stderr, "quillet-cli: %s\n", e.message.c_str());

@@ -25,7 +25,7 @@ struct MessageRequest {
 
 // Every dialog of the system that can be shown modally.
 enum class DialogId {
-  frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt,
+  frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt, PrintOpt,
   // The scale profile dialogs.
   custom, input100mv, input10v, input420, inputbipo100mv, inputbipo10mv
 };

@@ -9,6 +9,7 @@
 #include "graph/graph_state.h"
 #include "link/link_state.h"
 #include "measure/measure_state.h"
+#include "printing/printing_state.h"
 #include "profiles/profile_state.h"
 #include "storage/record_state.h"
 
@@ -39,6 +40,8 @@ struct State {
   GraphState graph;
   PanelState panel;
   Fonts fonts;
+  // The printouts.
+  PrintingState printing;
 };
 
 }  // namespace quillet

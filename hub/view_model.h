@@ -196,6 +196,17 @@ struct SaveOptView {
   }
 };
 
+// PrintOpt: which samples the data printout prints when the graph is zoomed.
+struct PrintOptView {
+  std::string caption = "Print Options";
+  bool visible = false;
+  Control Command1{"Entire Record"}, Command2{"Displayed Graph Only"}, Command3{"Cancel"};
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Command1", Command1); f("Command2", Command2); f("Command3", Command3);
+  }
+};
+
 // The six scale profile dialogs (custom, input100mv, input10v, input420 and the two
 // bipolar ones): one parametrised form. Positions of the preview are in twips, origin at
 // the top left of the dialog; the box has its corners at (4000, 1000) and (5920, 3000).
@@ -249,6 +260,7 @@ struct Views {
   ProbeDialogView Func1, FUNC2, FUNC3;
   DescribeView Describe;
   SaveOptView SaveOpt;
+  PrintOptView PrintOpt;
   ProfileDialogView custom, input100mv, input10v, input420, inputbipo100mv, inputbipo10mv;
 };
 

@@ -6,6 +6,7 @@
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "measure/probe_table.h"
+#include "printing/print_data.h"
 #include "profiles/profile_dialog.h"
 #include "storage/text_export.h"
 
@@ -28,6 +29,7 @@ void OpenDialog(App& app, DialogId dialog) {
     case DialogId::input420: OpenProfileDialog(app, ProfileFamily::Ma420); break;
     case DialogId::inputbipo100mv: OpenProfileDialog(app, ProfileFamily::Bipo100mv); break;
     case DialogId::inputbipo10mv: OpenProfileDialog(app, ProfileFamily::Bipo10mv); break;
+    case DialogId::PrintOpt: OpenPrintOpt(app); break;
     default: break;
   }
 }
