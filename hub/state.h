@@ -10,6 +10,7 @@
 #include "link/link_state.h"
 #include "measure/measure_state.h"
 #include "printing/printing_state.h"
+#include "profiles/profile_state.h"
 #include "storage/record_state.h"
 
 namespace quillet {
@@ -31,6 +32,7 @@ struct State {
   TempUnitTable TempUnitNames;
   // The user's scale profiles.
   ScaleTables scales;
+  ProfileState profiles;
   // The record on screen, and the Save and Open commands.
   SampleRecord record;
   FileState files;

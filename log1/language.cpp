@@ -4,6 +4,7 @@
 #include "core/formatting.h"
 #include "core/language_table.h"
 #include "core/text_file.h"
+#include "profiles/profile_dialog.h"
 
 namespace quillet {
 
@@ -116,6 +117,7 @@ void ApplyLanguage(App& app) {
   app.v.about2.caption = t(44);
   app.v.about2.Command1.caption = t(120);
   FillEditionTexts(app);
+  ApplyProfileLanguage(app);
 
   app.s.lang.CurrentHelpFile = app.s.lang.LanguageHelpFile.at(app.s.settings.LanguageIndex.Value());
   if (app.s.link.LoggerSeen == 1) {

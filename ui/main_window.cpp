@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPrinter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -37,6 +38,8 @@
 #include "storage/text_export.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
+#include "log1/scale_menu.h"
+#include "ui/profile_dialog.h"
 #include "printing/print_data.h"
 #include "printing/print_graph.h"
 #include "ui/print_opt_dialog.h"
@@ -144,9 +147,9 @@ void MainWindow::BuildMenus() {
   AddAction(file, "mnuGClip", CopyGraphToClipboard);
   file->addSeparator();
   QMenu* scaling = AddMenu(file, "mnuScaling");
-  AddAction(scaling, "mnu420sca", nullptr);
-  AddAction(scaling, "mnu100sca", nullptr);
-  AddAction(scaling, "mnu10sca", nullptr);
+  AddAction(scaling, "mnu420sca", Mnu420sca);
+  AddAction(scaling, "mnu100sca", Mnu100sca);
+  AddAction(scaling, "mnu10sca", Mnu10sca);
   file->addSeparator();
   AddAction(file, "mnuLang", MnuLang);
   file->addSeparator();
@@ -164,7 +167,7 @@ void MainWindow::BuildMenus() {
   AddAction(func, "func02", Func02);
   AddAction(func, "func03", Func03);
 
-  AddBarCommand("mnuScale", nullptr);
+  AddBarCommand("mnuScale", MnuScale);
 
   QMenu* date = AddMenu(nullptr, "mnuDate");
   AddAction(date, "mnuUsa", MnuUsa, true);
@@ -391,6 +394,12 @@ void MainWindow::Attach(App& app) {
   dialogs_[DialogId::FUNC3] = new ProbeGroupDialog(app, 3, this);
   dialogs_[DialogId::Describe] = new DescribeDialog(app, this);
   dialogs_[DialogId::SaveOpt] = new SaveOptDialog(app, this);
+  dialogs_[DialogId::custom] = new ProfileDialog(app, ProfileFamily::Custom, this);
+  dialogs_[DialogId::input100mv] = new ProfileDialog(app, ProfileFamily::Mv100, this);
+  dialogs_[DialogId::input10v] = new ProfileDialog(app, ProfileFamily::V10, this);
+  dialogs_[DialogId::input420] = new ProfileDialog(app, ProfileFamily::Ma420, this);
+  dialogs_[DialogId::inputbipo100mv] = new ProfileDialog(app, ProfileFamily::Bipo100mv, this);
+  dialogs_[DialogId::inputbipo10mv] = new ProfileDialog(app, ProfileFamily::Bipo10mv, this);
   dialogs_[DialogId::PrintOpt] = new PrintOptDialog(app, this);
   printer_ = std::make_unique<QtPrinterSurface>(this);
   app.p.printer = printer_.get();
@@ -444,6 +453,7 @@ void MainWindow::ShowModal(DialogId id) {
   if (!dlg || !dlg->LogicVisible()) return;
   dlg->MirrorView();
   dlg->Opening();
+  if (!dlg->isVisible()) dlg->setWindowModality(Qt::ApplicationModal);
   FitDialog(dlg);
   dlg->show();
   dlg->raise();
@@ -482,6 +492,32 @@ void MainWindow::CentreOnWindow(QWidget* w) const {
   QRect place(QPoint(0, 0), w->size());
   place.moveCenter(area.center());
   w->move(place.topLeft());
+}
+
+void MainWindow::ShowModeless(DialogId id) {
+  ShellDialog* dlg = dialogs_.value(id, nullptr);
+  if (!dlg || !dlg->LogicVisible()) return;
+  if (!dlg->isVisible()) dlg->setWindowModality(Qt::NonModal);
+  dlg->MirrorView();
+  dlg->Opening();
+  FitDialog(dlg);
+  dlg->show();
+  dlg->raise();
+  dlg->activateWindow();
+}
+
+void MainWindow::PrintDialogImage(DialogId id) {
+  ShellDialog* dlg = dialogs_.value(id, nullptr);
+  if (!dlg) return;
+  // The default printer; QUILLET_PRINT_PDF names a PDF file to print to instead, for
+  // scripted runs and tests.
+  QPrinter printer(QPrinter::HighResolution);
+  const QString pdf = qEnvironmentVariable("QUILLET_PRINT_PDF");
+  if (!pdf.isEmpty()) {
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pdf);
+  }
+  quillet::PrintDialogImage(dlg, printer);
 }
 
 void MainWindow::PaintGraph(const std::function<void(DrawSurface&)>& draw) { graph_->Paint(draw); }

@@ -47,6 +47,8 @@ class MainWindow : public QMainWindow, public UserInterface {
   void FatalErrorReport(int faultNumber, const std::string& text) override;
   void EndProgramNow(int exitCode) override;
   void PaintGraph(const std::function<void(DrawSurface&)>& draw) override;
+  void ShowModeless(DialogId dialog) override;
+  void PrintDialogImage(DialogId dialog) override;
 
   ShellDialog* Dialog(DialogId id) const { return dialogs_.value(id, nullptr); }
   HelpWindow* Help() const { return help_; }

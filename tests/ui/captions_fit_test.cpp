@@ -69,7 +69,9 @@ TEST(CaptionsFit, EveryWindowAndDialogInEveryLanguage) {
   const std::vector<DialogId> dialogs = {DialogId::frmPort, DialogId::langfrm, DialogId::about2,
                                          DialogId::frmTimeset, DialogId::Func1, DialogId::FUNC2,
                                          DialogId::FUNC3, DialogId::Describe, DialogId::SaveOpt,
-                                         DialogId::PrintOpt};
+                                         DialogId::PrintOpt, DialogId::custom, DialogId::input100mv,
+                                         DialogId::input10v, DialogId::input420, DialogId::inputbipo100mv,
+                                         DialogId::inputbipo10mv};
   ASSERT_EQ(app.s.lang.LanguageCount, 8);
   for (int language = 1; language <= 8; ++language) {
     SCOPED_TRACE(app.s.lang.LanguageName[language]);
