@@ -40,9 +40,7 @@ struct GraphApp : TestApp {
   void Draw() {
     Dispatch(*app, [this] { DrawGraph(*app, surface); });
   }
-  State& s() { return app->s; }
   GraphState& g() { return app->s.graph; }
-  Log1View& w() { return app->v.log1; }
 
   RecordingSurface surface{1000, 1000};
 };

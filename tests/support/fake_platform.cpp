@@ -1,5 +1,7 @@
 #include "support/fake_platform.h"
 
+#include "support/settings_text.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,41 +157,25 @@ void ScriptedUi::ShowModal(DialogId dialog) {
   if (onModal) {
     onModal(dialog);
   } else if (app) {
-    // By default the user takes the first language, leaves the port dialog alone and
-    // confirms the clock as it stands.
-    if (dialog == DialogId::langfrm) {
-      LangfrmChoose(*app, 1);
-      LangfrmOk(*app);
-    } else if (dialog == DialogId::frmPort) {
-      FrmPortCancel(*app);
-    } else if (dialog == DialogId::about2) {
-      About2Close(*app);
-    } else if (dialog == DialogId::frmTimeset) {
-      SetClock(*app);
-    } else if (dialog == DialogId::Func1) {
-      ProbeDialogCancel(*app, 1);
-    } else if (dialog == DialogId::FUNC2) {
-      ProbeDialogCancel(*app, 2);
-    } else if (dialog == DialogId::FUNC3) {
-      ProbeDialogCancel(*app, 3);
-    } else if (dialog == DialogId::Describe) {
-      DescribeCancel(*app);
-    } else if (dialog == DialogId::SaveOpt) {
-      SaveOptCancel(*app);
+    // By default the user takes the first language, confirms the clock as it stands and
+    // cancels every other dialog.
+    switch (dialog) {
+      case DialogId::langfrm: LangfrmChoose(*app, 1), LangfrmOk(*app); break;
+      case DialogId::frmPort: FrmPortCancel(*app); break;
+      case DialogId::about2: About2Close(*app); break;
+      case DialogId::frmTimeset: SetClock(*app); break;
+      case DialogId::Func1: ProbeDialogCancel(*app, 1); break;
+      case DialogId::FUNC2: ProbeDialogCancel(*app, 2); break;
+      case DialogId::FUNC3: ProbeDialogCancel(*app, 3); break;
+      case DialogId::Describe: DescribeCancel(*app); break;
+      case DialogId::SaveOpt: SaveOptCancel(*app); break;
     }
   }
-  if (app) {
-    const bool stillOpen = (dialog == DialogId::langfrm && app->v.langfrm.visible) ||
-                           (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
-                           (dialog == DialogId::about2 && app->v.about2.visible) ||
-                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible) ||
-                           (dialog == DialogId::Func1 && app->v.Func1.visible) ||
-                           (dialog == DialogId::FUNC2 && app->v.FUNC2.visible) ||
-                           (dialog == DialogId::FUNC3 && app->v.FUNC3.visible) ||
-                           (dialog == DialogId::Describe && app->v.Describe.visible) ||
-                           (dialog == DialogId::SaveOpt && app->v.SaveOpt.visible);
-    if (stillOpen) ADD_FAILURE() << "a modal dialog was left open by the test's user";
-  }
+  if (!app) return;
+  const Views& v = app->v;
+  const bool open[] = {v.frmPort.visible, v.langfrm.visible, v.about2.visible, v.frmTimeset.visible, v.Func1.visible,
+                       v.FUNC2.visible,   v.FUNC3.visible,   v.Describe.visible, v.SaveOpt.visible};
+  if (open[static_cast<int>(dialog)]) ADD_FAILURE() << "a modal dialog was left open by the test's user";
 }
 
 namespace {
@@ -242,13 +228,22 @@ void TestApp::WriteTwoLanguageFile() {
 }
 
 void TestApp::WriteSettings(int comPort, int language, int baud, int fahrenheit, int usDate) {
-  std::ostringstream f;
-  f << "\"[PORT etc]\"\n\"comm port =  " << comPort << "\"\n\"language =  " << language << "\"\n\"baud =  " << baud
-    << "\"\n\"Fahrenheit =  " << fahrenheit << "\"\n\"US Date Format =  " << usDate << "\"\n\"[probe data]\"\n";
-  for (int i = 1; i <= 11; ++i) f << ",,\"\",\"\"\n";
-  for (int i = 0; i <= 61; ++i) f << ",,,,,,,\n";
-  f << "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"\n";
-  WriteFile("logger1.ini", f.str());
+  WriteFile("logger1.ini", SettingsFileText({comPort, language, baud, fahrenheit, usDate, {}, ""}));
+}
+
+std::vector<std::string> ScriptedUi::MessageTexts() const {
+  std::vector<std::string> t;
+  for (const MessageRequest& m : messages) t.push_back(m.text);
+  return t;
+}
+
+int FaultOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Fault& f) {
+    return f.number();
+  }
+  return 0;
 }
 
 std::vector<double> TestApp::RequestTimes(char letter) const {

@@ -131,6 +131,7 @@ class ScriptedUi : public UserInterface {
   }
 
   std::vector<MessageRequest> messages;
+  std::vector<std::string> MessageTexts() const;           // the text of each message, in order
   std::function<MsgAnswer(const MessageRequest&)> answer;  // default: the first button
   std::vector<DialogId> modals;
   // What the user does in a modal dialog; must hide it. Default: see ShowModal.
@@ -163,6 +164,15 @@ struct TestApp {
   void WriteSettings(int comPort, int language, int baud, int fahrenheit, int usDate);
   // "D" requests written at the given line speed, in order.
   std::vector<double> RequestTimes(char letter) const;
+  std::size_t Count(char letter) const { return RequestTimes(letter).size(); }
+  // One user action, as its own event.
+  void Do(void (*action)(App&)) {
+    Dispatch(*app, [this, action] { action(*app); });
+  }
+  void Do(const std::function<void()>& action) { Dispatch(*app, action); }
+  State& s() { return app->s; }
+  Log1View& w() { return app->v.log1; }
+  std::string Path(const std::string& name) const { return dir + "/" + name; }
 
   std::string dir;
   VirtualScheduler sched;
@@ -174,5 +184,19 @@ struct TestApp {
   std::unique_ptr<Platform> platform;
   std::unique_ptr<App> app;
 };
+
+// A TestApp with the two-language file and a settings file, started.
+struct StartedApp : TestApp {
+  explicit StartedApp(int comPort = 1, int language = 1, int baud = 1200, int usDate = 0,
+                      DateTime start = 46347.5)
+      : TestApp(start) {
+    WriteTwoLanguageFile();  // strings read "en<n>" and "de<n>"
+    WriteSettings(comPort, language, baud, 0, usDate);
+    Start();
+  }
+};
+
+// The number of the fault the action raises, 0 when it raises none.
+int FaultOf(const std::function<void()>& action);
 
 }  // namespace quillet::testing
