@@ -123,11 +123,21 @@ TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {
     SCOPED_TRACE(c.edition);
     t.s().settings.EditionFlag = c.edition;
     OpenAbout2(*t.app);
-    if (!c.label1.empty()) EXPECT_EQ(a.Label1.caption, c.label1);
-    if (!c.version.empty()) EXPECT_EQ(a.Label2.caption, c.version);
-    if (!c.title.empty()) EXPECT_EQ(t.w().caption, c.title);
-    if (!c.label8.empty()) EXPECT_EQ(t.w().Label8.caption, c.label8);
-    if (c.edition >= 3) EXPECT_EQ(t.w().Label28.caption, c.label28);
+    if (!c.label1.empty()) {
+      EXPECT_EQ(a.Label1.caption, c.label1);
+    }
+    if (!c.version.empty()) {
+      EXPECT_EQ(a.Label2.caption, c.version);
+    }
+    if (!c.title.empty()) {
+      EXPECT_EQ(t.w().caption, c.title);
+    }
+    if (!c.label8.empty()) {
+      EXPECT_EQ(t.w().Label8.caption, c.label8);
+    }
+    if (c.edition >= 3) {
+      EXPECT_EQ(t.w().Label28.caption, c.label28);
+    }
     EXPECT_EQ(a.Command1.caption, "de120");
   }
 }

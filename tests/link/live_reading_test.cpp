@@ -74,10 +74,14 @@ TEST(LiveReading, TheValueAndUnitShowOnlyWhenBothAreKnownAndInRange) {
     t.Run(7000);
     EXPECT_EQ(t.w().Label34.caption, c.label);
     EXPECT_TRUE(t.w().Label34.visible);
-    if (c.value) EXPECT_EQ(t.w().Label19.caption, c.value);
+    if (c.value) {
+      EXPECT_EQ(t.w().Label19.caption, c.value);
+    }
     EXPECT_EQ(t.w().Label21.caption, c.unit);
     EXPECT_EQ(t.w().Label19.visible, c.valueShown);
-    if (c.unitShown >= 0) EXPECT_EQ(t.w().Label21.visible, c.unitShown == 1);
+    if (c.unitShown >= 0) {
+      EXPECT_EQ(t.w().Label21.visible, c.unitShown == 1);
+    }
     EXPECT_GE(t.Count('D'), 3u);  // the readings come, whether they show or not
   }
 }

@@ -163,7 +163,9 @@ TEST(ProbeTable, TheRememberedProbeOfTheLoggerIsUsedAndAZeroFactorCountsAsOne) {
     EXPECT_EQ(t.s().probes.ProbeLabel[11], c.label);
     t.Run(2000);
     EXPECT_EQ(t.w().Label19.visible, !c.unit.empty());
-    if (!c.unit.empty()) EXPECT_EQ(t.w().Label19.caption, c.value);
+    if (!c.unit.empty()) {
+      EXPECT_EQ(t.w().Label19.caption, c.value);
+    }
     EXPECT_TRUE(t.ui.messages.empty());
   }
 }

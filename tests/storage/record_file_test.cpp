@@ -281,8 +281,12 @@ TEST(RecordFile, ADamagedFileKeepsWhatWasReadWithoutStatisticsAndOffersTheDialog
     EXPECT_EQ(t.r().RecordFromFile, 0);
     EXPECT_EQ(t.s().files.OpenRetry, 1);
     EXPECT_TRUE(t.ui.fatal.empty());
-    if (what == std::string("ends early")) EXPECT_DOUBLE_EQ(t.r().FullValues[2], 2);
-    if (what == std::string("more samples than a record holds")) EXPECT_DOUBLE_EQ(t.r().FullValues[16384], 16384);
+    if (what == std::string("ends early")) {
+      EXPECT_DOUBLE_EQ(t.r().FullValues[2], 2);
+    }
+    if (content.size() > 100000) {
+      EXPECT_DOUBLE_EQ(t.r().FullValues[16384], 16384);  // what was read is kept
+    }
   }
   Started t;
   t.WriteFile("full.txt", Rev02("Volt", 16384, many));

@@ -93,7 +93,9 @@ TEST(SaveCommand, WhatIsSavedAndWhatIsAskedInEachStateOfTheRecordAndTheGraph) {
     EXPECT_EQ(t.ui.saveFilters, Strings{"txt files (*.txt)|*.txt"});
     EXPECT_EQ(t.SavedValues("rec.txt"), c.values);
     EXPECT_EQ(t.s().record.RecordSaved.Value(), c.savedAfter);
-    if (!c.saved && !c.zoomed) EXPECT_FALSE(t.w().mnuSaveTXT.enabled);
+    if (!c.saved && !c.zoomed) {
+      EXPECT_FALSE(t.w().mnuSaveTXT.enabled);
+    }
     EXPECT_EQ(t.s().files.SaveFileName, t.Path("rec.txt"));
   }
 }
