@@ -1,53 +1,19 @@
 // quillet-cli download and decode: the record files they write, and their refusals.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QThread>
+#include "window_program.h"
 
 namespace {
 
-struct CliRun {
-  int exitCode = -1;
-  QString out, err;
-};
-
-CliRun RunCli(const QStringList& args, int timeoutMs = 60000) {
-  QProcess cli;
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", args);
-  CliRun r;
-  if (!cli.waitForFinished(timeoutMs)) {
-    cli.kill();
-    cli.waitForFinished();
-    r.err = "timed out";
-    return r;
-  }
-  r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-  r.out = QString::fromUtf8(cli.readAllStandardOutput());
-  r.err = QString::fromUtf8(cli.readAllStandardError());
-  return r;
-}
+using quillet::testing::CliRun;
+using quillet::testing::RunCli;
 
 // A logger emulator on a pseudo-terminal, reachable through a link in dir.
-class Sim {
- public:
-  Sim(const QTemporaryDir& dir, QStringList args) : link_(dir.path() + "/tty") {
-    proc_.start(QUILLET_BIN_DIR "/quillet-sim", args << "--link" << link_);
-    QElapsedTimer t;
-    t.start();
-    while (!QFile::exists(link_) && t.elapsed() < 5000) QThread::msleep(20);
-  }
-  ~Sim() {
-    proc_.terminate();
-    proc_.waitForFinished(3000);
-  }
-  const QString& device() const { return link_; }
-
- private:
-  QString link_;
-  QProcess proc_;
+struct Sim : quillet::testing::EmulatorProcess {
+  Sim(const QTemporaryDir& dir, const QStringList& args)
+      : EmulatorProcess(dir.path() + "/tty", args), link(dir.path() + "/tty") {}
+  const QString& device() const { return link; }
+  QString link;
 };
 
 QStringList Lines(const QString& path) {

@@ -7,23 +7,13 @@
 #include <QTemporaryDir>
 #include <cmath>
 
+#include "window_program.h"
+
 namespace {
 
-struct Rendered {
-  int exitCode = -1;
-  QString out, err;
-};
+using Rendered = quillet::testing::CliRun;
 
-Rendered Render(const QStringList& args) {
-  QProcess cli;
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", QStringList{"render"} << args);
-  Rendered r;
-  if (!cli.waitForFinished(30000)) return r;
-  r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-  r.out = QString::fromUtf8(cli.readAllStandardOutput());
-  r.err = QString::fromUtf8(cli.readAllStandardError());
-  return r;
-}
+Rendered Render(const QStringList& args) { return quillet::testing::RunCli(QStringList{"render"} << args, 30000); }
 
 // A record file with the given values, one a minute from 10:00 on 21 Nov 2026.
 QString WriteRecord(const QTemporaryDir& dir, const QString& name, const std::vector<double>& values) {

@@ -1,36 +1,21 @@
 // The probe dialog Func1 under the offscreen platform, filled from the shipped probes.dat.
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
-#include <QTimer>
 
-#include "log1/hooks.h"
-#include "hub/app.h"
 #include "measure/probe_table.h"
 #include "ui/dialogs.h"
-#include "ui/main_window.h"
-#include "ui/qt_platform.h"
-#include "ui/serial_transport.h"
+#include "window_program.h"
 
 namespace quillet {
 namespace {
 
 TEST(ProbeDialog, Func1ShowsTheFirstGroupOfTheShippedFileAndTakesTheChoice) {
-  QTemporaryDir dir;
-  QtClock clock;
-  QtTimers timers;
-  QtPoster poster;
-  SerialTransport transport;
-  MainWindow window;
-  Platform platform{window, clock, timers, poster, transport, FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}};
-  App app(platform, Log1Hooks());
-  window.Attach(app);
+  testing::WindowProgram p(std::nullopt);
+  App& app = *p.app;
+  MainWindow& window = p.window;
   app.s.logger.LoggerSerial = 12;
   Dispatch(app, [&app] { LoadProbeTable(app); });
   ASSERT_FALSE(app.ended);
