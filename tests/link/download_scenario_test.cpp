@@ -35,10 +35,8 @@ constexpr double kTwoSeconds = 2.0 / 86400;
 
 // Models whose stored samples read their range byte as a range code; 32 is not one.
 bool RecordRangeForm(int model) {
-  for (int m : {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31}) {
-    if (m == model) return true;
-  }
-  return false;
+  const int models[] = {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31};
+  return std::find(std::begin(models), std::end(models), model) != std::end(models);
 }
 
 // The range input a sample taken at `range` is converted with.
@@ -48,15 +46,14 @@ double DivisorOf(int model, int range, int bytesPerSample) {
   return range;  // the thermistor's divider, or a plain byte
 }
 
-double LoggerStartDate(const sim::LoggerConfig& c) { return kAppStart - c.elapsedAtStart / 86400; }
-
 // Holds the record on screen against the firmware as it answered the last header: one
 // entry per stored sample, each with the raw count it stored, converted at the range it
 // was taken in, and its time. Where the unfolding's running count is only approximate
 // (more half fills than the memory has address bits), a sample next to a range mark can
 // land on the wrong side of it; there the unfolding's rule is what the record must hold,
 // and such samples are counted in the result.
-int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, double loggerStart) {
+int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, const sim::LoggerConfig& c) {
+  const double loggerStart = kAppStart - c.elapsedAtStart / 86400;
   const SampleRecord& r = t.s().record;
   const testing::FirmwareTruth& truth = t.truth;
   const DesktopHeader d = ReadHeaderAsDesktop(truth.header);
@@ -137,7 +134,7 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_TRUE(t.ui.messages.empty());
 
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   const SampleRecord& r = t.s().record;
   const int n = static_cast<int>(r.RecordSampleCount.Value());
   EXPECT_GT(n, 680);  // one sample a tick for ten minutes
@@ -148,20 +145,14 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
   for (int i = 1; i <= n; ++i) {
     const double v = r.FullValues[i];
     EXPECT_NEAR(v, 25, 0.3);
-    sum += v;
-    lo = std::min(lo, v);
-    hi = std::max(hi, v);
+    sum += v, lo = std::min(lo, v), hi = std::max(hi, v);
   }
-  EXPECT_DOUBLE_EQ(r.FullMin, lo);
-  EXPECT_DOUBLE_EQ(r.FullMax, hi);
+  EXPECT_EQ(std::tuple(r.FullMin.Value(), r.FullMax.Value()), std::tuple(lo, hi));
   EXPECT_NEAR(r.FullAvg, sum / n, 1e-9);
-  EXPECT_EQ(r.RecordUnitText, "degC");
-  EXPECT_EQ(r.RecordModelCode.Value(), 17);
-  EXPECT_EQ(r.LoggerNumber.Value(), 317);
-  EXPECT_EQ(r.RecordFromFile, 0);
-  for (const Control* m : {&t.w().mnuSaveTXT, &t.w().mnuPGraph, &t.w().mnuPData, &t.w().mnuGClip}) {
+  EXPECT_EQ(std::tuple(r.RecordUnitText, r.RecordModelCode.Value(), r.LoggerNumber.Value(), r.RecordFromFile),
+            std::tuple("degC", 17.0, 317.0, 0));
+  for (const Control* m : {&t.w().mnuSaveTXT, &t.w().mnuPGraph, &t.w().mnuPData, &t.w().mnuGClip})
     EXPECT_TRUE(m->enabled);
-  }
   // The live reading comes back once the download is over.
   const std::size_t polls = t.Count('D');
   t.Run(3000);
@@ -175,7 +166,7 @@ TEST(Download, ALayoutTwoLoggerGivesTwoByteSamplesInItsTemperatureUnit) {
   t.Connect();
   EXPECT_EQ(t.w().Label34.caption, "K Thermocouple");
   ASSERT_TRUE(t.Download());
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   const SampleRecord& r = t.s().record;
   const int n = static_cast<int>(r.RecordSampleCount.Value());
   EXPECT_GT(n, 450);
@@ -196,7 +187,7 @@ TEST(Download, SamplesFromBeforeEachRangeStepAreScaledBackToTheirOwnRange) {
   t.Connect();
   ASSERT_TRUE(t.Download());
   ASSERT_EQ(t.fw().RangeMarks().size(), 2u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   // Each value within half a count of its own range of the voltage the logger saw.
   const SampleRecord& r = t.s().record;
   for (std::size_t s = 1; s <= t.truth.stored.size(); ++s) {
@@ -233,7 +224,7 @@ TEST(Download, MarksAtTheFirstAndAtTheNewestSampleAreUndoneExactly) {
   EXPECT_EQ(r.FullValues[n].Value(), 160);
   EXPECT_EQ(r.FullValues[n - 1].Value(), 100);
   EXPECT_EQ(r.FullValues[1].Value(), 100);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
 }
 
 TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlainByte) {
@@ -257,7 +248,7 @@ TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlain
   t.Run(1100);
   ASSERT_TRUE(t.Download());
   ASSERT_EQ(WrittenBetween(t, 'D', t.RequestTimes('R').back(), t.RequestTimes('T').front()), 0u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   EXPECT_EQ(t.s().record.FullMin.Value(), 10);
   EXPECT_EQ(t.s().record.FullMax.Value(), 10);
   EXPECT_EQ(t.s().record.RecordUnitText, "mV");
@@ -293,7 +284,7 @@ TEST(Download, ACurrentLoggerIsRefusedUntilAProbeIsChosenAndThenUsesIt) {
   EXPECT_EQ(t.w().Label21.caption, "A rms");
   ASSERT_TRUE(t.Download());
   EXPECT_EQ(t.ui.messages.size(), 1u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   EXPECT_EQ(t.s().record.FullMax.Value(), 12.5);
   EXPECT_EQ(t.s().record.FullMin.Value(), 12.5);
   EXPECT_EQ(t.s().record.RecordRangeFactor.Value(), 4);
@@ -335,7 +326,7 @@ TEST(Download, EveryDepthOfThinningUnfoldsToTheSamplesTaken) {
     EXPECT_EQ(t.w().Label26.caption, std::to_string(asked + 2));
     EXPECT_EQ(t.w().Label4.caption, depth.rate);
     EXPECT_EQ(t.w().Label6.caption, depth.rateUnit);
-    EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+    EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   }
 }
 
@@ -351,7 +342,7 @@ TEST(Download, AStalledBlockIsRestartedByTheWatchdogAndTheClockIsNotAskedAgain) 
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_EQ(t.Count('R') - headers, 2u);  // the download's header and the restart's
   EXPECT_GT(t.Count('T'), 20u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
 }
 
 TEST(Download, ABlockCutShortIsFetchedAgainWholeWithoutAskingAgain) {
@@ -373,7 +364,7 @@ TEST(Download, ABlockCutShortIsFetchedAgainWholeWithoutAskingAgain) {
   EXPECT_TRUE(t.ui.messages.empty());  // the restart does not ask about the unsaved part
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_EQ(t.w().Label26.caption, std::to_string(t.truth.stored.size() + 2));
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
 }
 
 TEST(Download, AHeaderOfANewLoggerLeavesARecordOpenedFromAFileAlone) {
@@ -483,7 +474,7 @@ TEST(DownloadProperty, RandomLoggersUnfoldToTheSamplesTheyTook) {
     ASSERT_EQ(t.s().link.LoggerSeen, 1);
     ASSERT_TRUE(t.Download());
     ASSERT_TRUE(t.ui.messages.empty() || t.ui.messages[0].title == "Be Careful");
-    const int cases = ExpectRecordIsTheTruth(t, LoggerStartDate(c));
+    const int cases = ExpectRecordIsTheTruth(t, c);
     ASSERT_GE(cases, 0);
     ruleCases += cases;
   }

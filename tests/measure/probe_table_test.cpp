@@ -153,14 +153,11 @@ TEST(ProbeTable, TheRememberedProbeOfTheLoggerIsUsedAndAZeroFactorCountsAsOne) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.label);
     ProbeApp t(c.serial, ProbesDat().Text(), c.memory);
-    EXPECT_EQ(t.s().measure.ProbeSlot.Value(), c.slot);
-    EXPECT_EQ(t.s().logger.RangeFactor.Value(), c.factor);
-    EXPECT_EQ(t.s().probes.ProbeFactor[static_cast<int>(c.slot)].Value(), c.factor);
-    EXPECT_EQ(t.s().logger.LiveUnitText, c.unit);
-    EXPECT_EQ(t.s().measure.ProbeUnset, c.unit.empty() ? 1 : 0);
-    EXPECT_EQ(t.w().Label34.caption, c.label);
-    EXPECT_EQ(t.s().probes.ProbeSerial[11].Value(), c.serial);
-    EXPECT_EQ(t.s().probes.ProbeLabel[11], c.label);
+    const ProbeMemoryTables& m = t.s().probes;
+    EXPECT_EQ(std::tuple(t.s().measure.ProbeSlot.Value(), t.s().logger.RangeFactor.Value(),
+                         m.ProbeFactor[static_cast<int>(c.slot)].Value(), t.s().logger.LiveUnitText,
+                         t.s().measure.ProbeUnset, t.w().Label34.caption, m.ProbeSerial[11].Value(), m.ProbeLabel[11]),
+              std::tuple(c.slot, c.factor, c.factor, c.unit, c.unit.empty() ? 1 : 0, c.label, c.serial, c.label));
     t.Run(2000);
     EXPECT_EQ(t.w().Label19.visible, !c.unit.empty());
     if (!c.unit.empty()) {
@@ -180,11 +177,9 @@ TEST(ProbeTable, AnEleventhLoggerDropsTheOldestTakesTheLastChoiceAndIsSavedAtExi
     EXPECT_EQ(m.ProbeLabel[i], "p" + std::to_string(i + 1)) << i;
   }
   EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 10);
-  for (int i : {10, 11}) {
-    EXPECT_EQ(m.ProbeSerial[i].Value(), 999) << i;
-    EXPECT_EQ(m.ProbeFactor[i].Value(), 3) << i;
-    EXPECT_EQ(m.ProbeUnit[i] + m.ProbeLabel[i], "A dclast") << i;
-  }
+  for (int i : {10, 11})
+    EXPECT_EQ(std::tuple(m.ProbeSerial[i].Value(), m.ProbeFactor[i].Value(), m.ProbeUnit[i], m.ProbeLabel[i]),
+              std::tuple(999, 3, "A dc", "last")) << i;
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 3);
   bool close = false;
   t.Do([&] { close = EndProgram(*t.app); });
@@ -200,10 +195,9 @@ TEST(ProbeTable, AMissingOrShortFileEndsTheProgramWithoutSavingTheSettings) {
   for (const std::string& probes : {std::string(), whole.substr(0, whole.rfind("\"Future\""))}) {
     ProbeApp t(77, probes);
     ASSERT_EQ(t.ui.messages.size(), 1u);
-    EXPECT_EQ(t.ui.messages[0].text, "Probes.dat is missing.");
-    EXPECT_EQ(t.ui.messages[0].title, "Cannot run program");
-    EXPECT_EQ(t.ui.messages[0].icon, MsgIcon::Information);
-    EXPECT_EQ(t.ui.messages[0].buttons, MsgButtons::Ok);
+    const MessageRequest& m = t.ui.messages[0];
+    EXPECT_EQ(std::tuple(m.text, m.title, m.icon, m.buttons),
+              std::tuple("Probes.dat is missing.", "Cannot run program", MsgIcon::Information, MsgButtons::Ok));
     EXPECT_TRUE(t.ui.ended && t.ui.fatal.empty());
     const std::size_t written = t.transport.written.size();
     t.Run(5000);
@@ -217,11 +211,9 @@ TEST(ProbeTable, AFactorThatIsNoNumberLeavesTheLoggerWithoutAProbeAndSaysNothing
   p.rows[{2, 5}] = {"HD-X", "A dc", "fast"};
   ProbeApp t(300, p.Text(), {{1, {"300", "4", "A rms", "CT-50"}}});
   ASSERT_EQ(t.s().logger.ModelCode.Value(), 16);
-  EXPECT_TRUE(t.ui.messages.empty());
-  EXPECT_FALSE(t.ui.ended);
-  EXPECT_EQ(t.s().logger.RangeFactor.Value(), 1);
-  EXPECT_EQ(t.s().measure.ProbeUnset, 1);
-  EXPECT_EQ(t.s().logger.LiveUnitText, "");
+  EXPECT_TRUE(t.ui.messages.empty() && !t.ui.ended);
+  EXPECT_EQ(std::tuple(t.s().logger.RangeFactor.Value(), t.s().measure.ProbeUnset, t.s().logger.LiveUnitText),
+            std::tuple(1, 1, ""));
   // The first group was read, the second never finished: no identification either.
   EXPECT_EQ(t.w().func01.caption, "AC Probes");
   EXPECT_FALSE(t.w().func02.visible);
@@ -274,18 +266,16 @@ TEST(ProbeDialogs, AChoiceInFunc01IsRememberedAndTheHeaderIsReadAgainWhileCancel
   const std::size_t headers = t.Count('R');
   t.Choose(1, 1);
   EXPECT_EQ(t.s().link.LinkMode.Value(), 1);
-  for (int i : {10, 11}) {
-    EXPECT_EQ(t.s().probes.ProbeSerial[i].Value(), 4321);
-    EXPECT_EQ(t.s().probes.ProbeFactor[i].Value(), 10);
-    EXPECT_EQ(t.s().probes.ProbeUnit[i] + t.s().probes.ProbeLabel[i], "A rmsCT-20");
-  }
+  const ProbeMemoryTables& m = t.s().probes;
+  for (int i : {10, 11})
+    EXPECT_EQ(std::tuple(m.ProbeSerial[i].Value(), m.ProbeFactor[i].Value(), m.ProbeUnit[i], m.ProbeLabel[i]),
+              std::tuple(4321, 10, "A rms", "CT-20")) << i;
   t.Run(1000);
   EXPECT_GT(t.Count('R'), headers);
   // The fresh header finds the logger in its slot with the probe just chosen.
-  EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 10);
-  EXPECT_EQ(t.s().probes.ProbeSerial[9].Value(), 0);
-  EXPECT_EQ(t.w().Label34.caption, "CT-20");
-  EXPECT_EQ(t.s().logger.RangeFactor.Value(), 10);
+  EXPECT_EQ(std::tuple(t.s().measure.ProbeSlot.Value(), m.ProbeSerial[9].Value(), t.w().Label34.caption,
+                       t.s().logger.RangeFactor.Value()),
+            std::tuple(10, 0, "CT-20", 10));
 }
 
 TEST(ProbeDialogs, TheRescaleQuestionReconvertsTheRecordOnScreenOnYesOnly) {
@@ -296,14 +286,12 @@ TEST(ProbeDialogs, TheRescaleQuestionReconvertsTheRecordOnScreenOnYesOnly) {
     t.Choose(2, 1);
     ASSERT_EQ(t.ui.messages.size(), 1u);
     const MessageRequest& q = t.ui.messages[0];
-    EXPECT_EQ(q.text, "Do you want to rescale the displayed graph?");
-    EXPECT_EQ(q.title, "Graph Rescaling");
-    EXPECT_EQ(q.buttons, MsgButtons::YesNo);
-    EXPECT_EQ(q.icon, MsgIcon::Question);
-    const SampleRecord& r = t.s().record;
-    EXPECT_EQ(r.RecordUnitText, yes ? "A dc" : "A rms");
-    EXPECT_EQ(r.RecordRangeFactor.Value(), yes ? 100 : 10);
-    EXPECT_DOUBLE_EQ(r.FullValues[1].Value(), yes ? 0.5 : 5);  // 100 / (100 * 2 * 1)
+    EXPECT_EQ(std::tuple(q.text, q.title, q.buttons, q.icon), std::tuple("Do you want to rescale the displayed graph?",
+                                                                         "Graph Rescaling", MsgButtons::YesNo,
+                                                                         MsgIcon::Question));
+    const SampleRecord& r = t.s().record;  // yes: 100 / (100 * 2 * 1)
+    EXPECT_EQ(std::tuple(r.RecordUnitText, r.RecordRangeFactor.Value(), r.FullValues[1].Value()),
+              yes ? std::tuple("A dc", 100.0, 0.5) : std::tuple("A rms", 10.0, 5.0));
     EXPECT_EQ(t.s().logger.RangeFactor.Value(), 100);
   }
 }
@@ -335,10 +323,9 @@ TEST(ProbeDialogs, Func3AsksNothingActsOnTheApprovalGivenBeforeAndAZeroFactorCou
   t.s().measure.RescaleApproved = 1;
   t.Choose(3, 1);
   EXPECT_TRUE(t.ui.messages.empty());
-  EXPECT_EQ(t.s().measure.ProbeUnset, 1);
-  EXPECT_EQ(t.w().Label34.caption, "SP-1");
-  EXPECT_EQ(t.s().record.RecordUnitText, "A");
-  EXPECT_DOUBLE_EQ(t.s().record.FullValues[1].Value(), 2.5);  // 100 / (20 * 2 * 1)
+  EXPECT_EQ(std::tuple(t.s().measure.ProbeUnset, t.w().Label34.caption, t.s().record.RecordUnitText,
+                       t.s().record.FullValues[1].Value()),
+            std::tuple(1, "SP-1", "A", 2.5));  // 100 / (20 * 2 * 1)
 
   ProbeApp zero(77, p.Text());
   zero.Choose(1, 3);
