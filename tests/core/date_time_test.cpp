@@ -14,10 +14,16 @@ TEST(DaySerial, CountsDaysFromTheLastDaysOf1899AndRollsOverflowingPartsIntoTheNe
     int year, month, day;
     long long expected;
   };
-  for (const Case& c : std::vector<Case>{{1899, 12, 30, 0}, {1899, 12, 31, 1}, {1899, 12, 29, -1}, {1900, 1, 1, 2},
+  for (const Case& c : std::vector<Case>{{1899, 12, 30, 0},
+                                         {1899, 12, 31, 1},
+                                         {1899, 12, 29, -1},
+                                         {1900, 1, 1, 2},
                                          {1900, 3, 1, 61},  // 1900 has no 29 February
-                                         {2000, 1, 1, 36526}, {2024, 2, 29, 45351}, {2026, 11, 21, 46347},
-                                         {100, 1, 1, -657434}, {9999, 12, 31, 2958465}})
+                                         {2000, 1, 1, 36526},
+                                         {2024, 2, 29, 45351},
+                                         {2026, 11, 21, 46347},
+                                         {100, 1, 1, -657434},
+                                         {9999, 12, 31, 2958465}})
     EXPECT_EQ(DaySerial(c.year, c.month, c.day), c.expected) << c.year << "-" << c.month << "-" << c.day;
   EXPECT_EQ(DaySerial(2025, 13, 1), DaySerial(2026, 1, 1));
   EXPECT_EQ(DaySerial(2026, 0, 1), DaySerial(2025, 12, 1));
@@ -25,7 +31,8 @@ TEST(DaySerial, CountsDaysFromTheLastDaysOf1899AndRollsOverflowingPartsIntoTheNe
   EXPECT_EQ(DaySerial(2026, -12, 1), DaySerial(2024, 12, 1));
   EXPECT_EQ(DaySerial(2026, 3, 0), DaySerial(2026, 2, 28));
   EXPECT_EQ(DaySerial(2024, 2, 30), DaySerial(2024, 3, 1));
-  for (auto [y, m, days] : {std::tuple{2024, 2, 29}, {2023, 2, 28}, {2000, 2, 29}, {1900, 2, 28}, {2026, 4, 30}})
+  for (auto [y, m, days] :
+       {std::tuple{2024, 2, 29}, {2023, 2, 28}, {2000, 2, 29}, {1900, 2, 28}, {2026, 4, 30}})
     EXPECT_EQ(DaysInMonth(y, m), days) << y << "-" << m;
 }
 
@@ -50,7 +57,8 @@ TEST(DateTime, SplitGivesBackThePartsRoundedToTheSecond) {
     const DateParts out = SplitDateTime(MakeDateTime({2026, 11, 21, s / 3600, s / 60 % 60, s % 60}));
     ASSERT_EQ(out.day * 86400 + out.hour * 3600 + out.minute * 60 + out.second, 21 * 86400 + s);
   }
-  for (double t : {-657435.0, 2958466.0, 1e300}) EXPECT_EQ(testing::FaultOf([t] { SplitDateTime(t); }), 6) << t;
+  for (double t : {-657435.0, 2958466.0, 1e300})
+    EXPECT_EQ(testing::FaultOf([t] { SplitDateTime(t); }), 6) << t;
 }
 
 }  // namespace

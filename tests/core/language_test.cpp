@@ -1,9 +1,10 @@
 // The language table, its dialog and the captions it writes; the start and end of the program.
+#include "log1/language.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
 
-#include "log1/language.h"
 #include "log1/startup.h"
 #include "support/fake_platform.h"
 
@@ -76,7 +77,8 @@ TEST(Language, OkRecaptionsMenusAndDialogsAtOnceAndCancelGoesBack) {
 
 TEST(Language, AShortOrMissingFileKeepsWhatWasReadAndSkipsTheSettings) {
   TestApp t;
-  t.WriteFile("loglang.txt", "\"2\",\"200\"\n\"English\",\"Deutsch\"\n\"h1\",\"h2\"\n\"en1\",\"de1\"\n\"en2\"\n", true);
+  t.WriteFile("loglang.txt",
+              "\"2\",\"200\"\n\"English\",\"Deutsch\"\n\"h1\",\"h2\"\n\"en1\",\"de1\"\n\"en2\"\n", true);
   t.WriteSettings(3, 2, 4800, 1, 1);
   t.Start();
   EXPECT_EQ(t.s().lang.LanguageTable[2][1], "de1");
@@ -115,10 +117,11 @@ TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {
   const struct {
     int edition;
     std::string label1, version, title, label8, label28;
-  } cases[] = {{1, "en1", "Version 6.20", "Quillet\u00ae Software", "", ""},  // language 1 whatever is selected
-               {2, "de1", "Version 6.20EU", "de1", "de68", ""},
-               {3, "Brindlet Software", "", "", "", ""},
-               {4, "", "", "Datalogger Software", "ZQ-KT Datalogger", "ZQ-KT"}};
+  } cases[] = {
+      {1, "en1", "Version 6.20", "Quillet\u00ae Software", "", ""},  // language 1 whatever is selected
+      {2, "de1", "Version 6.20EU", "de1", "de68", ""},
+      {3, "Brindlet Software", "", "", "", ""},
+      {4, "", "", "Datalogger Software", "ZQ-KT Datalogger", "ZQ-KT"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.edition);
     t.s().settings.EditionFlag = c.edition;
@@ -157,8 +160,8 @@ TEST(DateStyle, StartUpSaysEurButALaterClickSaysEUR) {
 
 TEST(StartProgram, StartsTheTimersAndThePanelClockRunsWithoutALogger) {
   StartedApp t(1, 1, 1200, 1);
-  const std::map<std::string, int> expected = {{"Timer1", 200}, {"Timer2", 200}, {"Timer3", 1000},
-                                               {"Timer4", 900}, {"Timer5", 2000}, {"Timer6", 200},
+  const std::map<std::string, int> expected = {{"Timer1", 200},  {"Timer2", 200},  {"Timer3", 1000},
+                                               {"Timer4", 900},  {"Timer5", 2000}, {"Timer6", 200},
                                                {"Timer8", 1000}, {"Timer10", 100}, {"Timer9", 100}};
   EXPECT_EQ(t.timers.intervals, expected);
   EXPECT_FALSE(t.w().mnuFunc.visible || t.w().Command2.enabled || t.w().Frame2.visible);

@@ -30,9 +30,9 @@ TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
   const auto lines = Lines(t.ReadFile("logger1.ini"));
   ASSERT_EQ(lines.size(), 81u);
   EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + 8),
-            (std::vector<std::string>{"\"[PORT etc]\"", "\"comm port =  1\"", "\"language =  1\"", "\"baud =  1200\"",
-                                      "\"Fahrenheit =  0\"", "\"US Date Format =  0\"", "\"[probe data]\"",
-                                      ",,\"\",\"\""}));
+            (std::vector<std::string>{"\"[PORT etc]\"", "\"comm port =  1\"", "\"language =  1\"",
+                                      "\"baud =  1200\"", "\"Fahrenheit =  0\"", "\"US Date Format =  0\"",
+                                      "\"[probe data]\"", ",,\"\",\"\""}));
   EXPECT_EQ(lines[18], ",,,,,,,");  // scale row 0, table line, all cells empty
   // Unit rows 30 and 31 are the program's own, installed at every start.
   EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"V rms\",\"A rms\",\"\"");
@@ -46,7 +46,7 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
   for (int i = 1; i <= 11; ++i) f << 1000 + i << "," << 0.5 * i << ",\"A, rms\",\"Probe " << i << "\"\n";
   for (int i = 0; i <= 30; ++i) {
     f << i << ",\"\",1.25," << 100 + i << ",,-" << i + 1 << ",7,\"\"\n";  // table line with carry columns
-    f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";          // slope line
+    f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";           // slope line
   }
   f << "\"mV, peak\",\"u21\",\"u22\",\"u23\",\"mA\",\"file30\",\"file31\",\"psi\"\n";
   TestApp t;
@@ -70,8 +70,11 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
 
 TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
   std::string text = testing::SettingsFileText({});
-  for (auto [from, to] : {std::pair{"[PORT etc]", "whatever"}, {"comm port =  1", "COM3"}, {"language =  1", "x2"},
-                          {"baud =  1200", "speed4800"}, {"Fahrenheit =  0", "F=1"},
+  for (auto [from, to] : {std::pair{"[PORT etc]", "whatever"},
+                          {"comm port =  1", "COM3"},
+                          {"language =  1", "x2"},
+                          {"baud =  1200", "speed4800"},
+                          {"Fahrenheit =  0", "F=1"},
                           {"US Date Format =  0", "0"}})
     text.replace(text.find(from), std::string(from).size(), to);
   TestApp t;
@@ -85,7 +88,8 @@ TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
 
   TestApp cut;  // one probe entry, then the file ends
   cut.WriteTwoLanguageFile();
-  const std::string full = testing::SettingsFileText({3, 2, 4800, 1, 1, {{1, {"4321", "2", "A rms", "Clamp"}}}, ""});
+  const std::string full =
+      testing::SettingsFileText({3, 2, 4800, 1, 1, {{1, {"4321", "2", "A rms", "Clamp"}}}, ""});
   cut.WriteFile("logger1.ini", full.substr(0, full.find("Clamp") + 7));
   cut.Start();
   EXPECT_EQ(cut.s().probes.ProbeSerial[1].Value(), 4321);
@@ -94,7 +98,7 @@ TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
   EXPECT_EQ(cut.s().settings.BaudRate.Value(), 1200);
   EXPECT_TRUE(cut.app->port.PortOpen());
   EXPECT_EQ(cut.ui.modals.front(), DialogId::langfrm);  // no language known
-  EXPECT_TRUE(cut.ui.messages.empty());                  // a short file is not reported
+  EXPECT_TRUE(cut.ui.messages.empty());                 // a short file is not reported
 }
 
 TEST(SettingsFile, PortAndSpeedFromTheFileReachThePortAndAreSavedBack) {

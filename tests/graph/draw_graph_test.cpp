@@ -44,7 +44,8 @@ TEST(DrawGraph, AFlatGraphAtTwentySpansFifteenToTwentySixWithEveryCallInItsPlace
   EXPECT_EQ(g.MinorPerMajor, 2);
   EXPECT_EQ(g.timeLabels, (Strings{"12:00", "12:02", "12:04", "12:06", "12:08", "12:10"}));
   EXPECT_EQ(g.valueLabels, (Strings{"15", "16", "17", "18", "19", "20", "21", "22", "23", "24", "25", "26"}));
-  EXPECT_DOUBLE_EQ(g.PlotLeft + g.PlotTop + g.PlotWidth + g.PlotHeight + g.PlotBottomMargin, 150 + 150 + 750 + 700 + 150);
+  EXPECT_DOUBLE_EQ(g.PlotLeft + g.PlotTop + g.PlotWidth + g.PlotHeight + g.PlotBottomMargin,
+                   150 + 150 + 750 + 700 + 150);
 
   const auto& l = t.surface.lines;
   ASSERT_EQ(l.size(), 4u + 9u + 10u + 9u);
@@ -78,7 +79,8 @@ TEST(DrawGraph, AFlatGraphAtTwentySpansFifteenToTwentySixWithEveryCallInItsPlace
   EXPECT_DOUBLE_EQ(x[18].x + x[18].y, 15 + 500);
   EXPECT_EQ(x[19].text + "|" + x[19].font, "Cellar|Arial 12 bold");
   EXPECT_DOUBLE_EQ(x[19].y, 75);
-  EXPECT_EQ(x[20].text, "en5821/11/26 12:00:00" + std::string(75, ' ') + "Logger No:" + std::string(5, ' ') + "42");
+  EXPECT_EQ(x[20].text,
+            "en5821/11/26 12:00:00" + std::string(75, ' ') + "Logger No:" + std::string(5, ' ') + "42");
   EXPECT_EQ(x[20].font, "Arial 8");
   EXPECT_DOUBLE_EQ(x[20].x, 150);
   EXPECT_DOUBLE_EQ(x[20].y, 850 + 0.63 * 150);
@@ -94,7 +96,8 @@ TEST(DrawGraph, TheAxesFollowTheDataAndTheTraceLiesWhereItsValuesAre) {
   for (const auto& l : t.surface.LinesIn(kRed)) EXPECT_DOUBLE_EQ(l.y1 + l.y2, 2 * 850);  // on the bottom edge
   t.FillMinutes({-3, 0, 7, 2});
   t.Draw();
-  EXPECT_EQ(t.g().valueLabels.front() + " " + t.g().valueLabels[3] + " " + t.g().valueLabels.back(), "-3 0 8");
+  EXPECT_EQ(t.g().valueLabels.front() + " " + t.g().valueLabels[3] + " " + t.g().valueLabels.back(),
+            "-3 0 8");
   // A six-hundred second tick starts on the ten minutes before the first sample.
   const double first = 46347 + (10 * 3600 + 17 * 60 + 23) * kSecond;
   t.Fill({first, first + 1000 * kSecond, first + 2000 * kSecond}, {1, 2, 3});
@@ -166,8 +169,11 @@ TEST(DrawGraph, RmsRecordsHoldTheAxisJustUnderTheMeterLimitAndTheMaximumAtIt) {
 TEST(DrawGraph, TheFunctionMenuReturnsOnlyForModelsThatUseIt) {
   GraphApp t;
   t.FillMinutes({1, 2, 3});
-  for (auto [model, func, scale] : {std::tuple{0, false, false}, {16, true, false}, {22, false, true},
-                                    {29, false, true}, {31, false, false}}) {
+  for (auto [model, func, scale] : {std::tuple{0, false, false},
+                                    {16, true, false},
+                                    {22, false, true},
+                                    {29, false, true},
+                                    {31, false, false}}) {
     t.s().logger.ModelCode = model;
     t.w().mnuFunc.visible = t.w().mnuScale.visible = false;
     t.Draw();

@@ -3,8 +3,8 @@
 // of 1000 by 1000 units: the plot then runs from x 150 to 900 and from y 150 to 850.
 #include <vector>
 
-#include "hub/app.h"
 #include "graph/draw_graph.h"
+#include "hub/app.h"
 #include "support/fake_platform.h"
 #include "support/recording_surface.h"
 

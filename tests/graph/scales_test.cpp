@@ -12,8 +12,21 @@ namespace quillet {
 namespace {
 
 TEST(PickTickStep, RangesAtTheBoundsOfEachStepBelongToTheLowerStep) {
-  for (auto [range, step] : {std::pair{10.0, 1.0}, {12, 1}, {13, 2}, {24, 2}, {25, 5}, {60, 5}, {61, 10}, {120, 10},
-                             {121, 20}, {1000, 100}, {1, 0.1}, {1.2, 0.1}, {2.4, 0.2}, {6, 0.5}, {0.008, 0.001},
+  for (auto [range, step] : {std::pair{10.0, 1.0},
+                             {12, 1},
+                             {13, 2},
+                             {24, 2},
+                             {25, 5},
+                             {60, 5},
+                             {61, 10},
+                             {120, 10},
+                             {121, 20},
+                             {1000, 100},
+                             {1, 0.1},
+                             {1.2, 0.1},
+                             {2.4, 0.2},
+                             {6, 0.5},
+                             {0.008, 0.001},
                              {0.5, 0.05}})
     EXPECT_DOUBLE_EQ(PickTickStep(range), step) << "range " << range;
 }
@@ -25,7 +38,7 @@ TEST(PickValueScale, FlatUnzoomedGraphsSpanTenUnitsAndZoomedRangesAreKept) {
       {20, 20, 10, 10, 1, 15, 26},
       {0, 0, 10, 10, 1, 0, 6},  // data that never dips under zero keeps the axis at zero
       {-3, 7, 10, 10, 1, -3, 8},
-      {12, 36, 0, 24, 2, 12, 38},  // zoomed: not widened, the top a step above
+      {12, 36, 0, 24, 2, 12, 38},   // zoomed: not widened, the top a step above
       {5, 5, 0, 1, 0.1, 4.5, 5.6},  // a flat zoomed range counts as one unit wide
   };
   for (const auto& c : cases) {
@@ -60,11 +73,22 @@ TEST(PickTimeTick, EachRowTakesItsUpperBoundAndTheFirstRowExcludesFifty) {
     int minor;
     TimeLabelKind kind;
   } cases[] = {
-      {0, 10, 1, K::Time},        {49.9, 10, 1, K::Time},      {50, 15, 1, K::Time},          {75, 15, 1, K::Time},
-      {75.5, 30, 1, K::Time},     {300, 60, 2, K::Time},       {300.5, 120, 2, K::HourMinute},
-      {1500, 300, 1, K::HourMinute}, {2000, 600, 2, K::HourMinute}, {4500, 900, 1, K::HourMinute},
-      {9000, 1800, 2, K::HourMinute}, {9001, 3600, 2, K::Hour}, {216000, 43200, 2, K::Hour},
-      {216001, 86400, 2, K::Date}, {3024000, 604800, 1, K::Date}, {12096000, 2419200, 2, K::Date},
+      {0, 10, 1, K::Time},
+      {49.9, 10, 1, K::Time},
+      {50, 15, 1, K::Time},
+      {75, 15, 1, K::Time},
+      {75.5, 30, 1, K::Time},
+      {300, 60, 2, K::Time},
+      {300.5, 120, 2, K::HourMinute},
+      {1500, 300, 1, K::HourMinute},
+      {2000, 600, 2, K::HourMinute},
+      {4500, 900, 1, K::HourMinute},
+      {9000, 1800, 2, K::HourMinute},
+      {9001, 3600, 2, K::Hour},
+      {216000, 43200, 2, K::Hour},
+      {216001, 86400, 2, K::Date},
+      {3024000, 604800, 1, K::Date},
+      {12096000, 2419200, 2, K::Date},
       {12096001, 4838400, 2, K::Date},
   };
   for (const auto& c : cases) {
@@ -88,7 +112,8 @@ TEST(TimeAxis, LabelsAreMonthFirstOnlyInTheUsStyleAndTheAxisStartsOnARoundClockT
 
   const double first = 46347 + (10 * 3600 + 17 * 60 + 23) / 86400.0;  // 21/11/26 10:17:23
   const TimeAxis a = PickTimeAxis(first, first + 2000 / 86400.0, 600 / 86400.0);
-  EXPECT_EQ(FormatDateTime(a.start, "hh:mm:ss") + " " + FormatDateTime(a.end, "hh:mm:ss"), "10:10:00 11:00:00");
+  EXPECT_EQ(FormatDateTime(a.start, "hh:mm:ss") + " " + FormatDateTime(a.end, "hh:mm:ss"),
+            "10:10:00 11:00:00");
   EXPECT_EQ(a.ticks, 5);
   EXPECT_EQ(CountTimeAxis(10, 10, 0.5).ticks, 0);  // a last time on the start: no intervals
   EXPECT_EQ(CountTimeAxis(10, 10.2, 0.5).ticks, 1);
@@ -115,7 +140,8 @@ TEST(ClipSegment, ToThePlotFromY100To300) {
   };
   for (const auto& c : cases) {
     Segment s = c.in;
-    ASSERT_EQ(ClipSegment(s, 100, 200), c.kept) << c.in.x1 << "," << c.in.y1 << " " << c.in.x2 << "," << c.in.y2;
+    ASSERT_EQ(ClipSegment(s, 100, 200), c.kept)
+        << c.in.x1 << "," << c.in.y1 << " " << c.in.x2 << "," << c.in.y2;
     if (!c.kept) continue;
     EXPECT_DOUBLE_EQ(s.x1, c.out.x1);
     EXPECT_DOUBLE_EQ(s.y1, c.out.y1);

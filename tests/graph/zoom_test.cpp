@@ -17,7 +17,9 @@ double XAt(const GraphState& g, double minutesAfterNoon) {
   const double t = testing::kNoon + minutesAfterNoon / 1440;
   return 150 + (t - g.AxisTimeStart) / (g.AxisTimeEnd - g.AxisTimeStart) * 750;
 }
-double YAt(const GraphState& g, double v) { return 850 - (v - g.YAxisBottom) / (g.YAxisTop - g.YAxisBottom) * 700; }
+double YAt(const GraphState& g, double v) {
+  return 850 - (v - g.YAxisBottom) / (g.YAxisTop - g.YAxisBottom) * 700;
+}
 
 struct Zoomable : testing::GraphApp {
   Zoomable() {
@@ -29,9 +31,15 @@ struct Zoomable : testing::GraphApp {
   }
   double X(double minute) { return XAt(g(), minute); }
   double Y(double value) { return YAt(g(), value); }
-  void Down(double x, double y) { Do([&] { GraphMouseDown(*app, x, y); }); }
-  void Move(int buttons, double x, double y) { Do([&] { GraphMouseMove(*app, buttons, x, y); }); }
-  void Up(double x, double y) { Do([&] { GraphMouseUp(*app, x, y); }); }
+  void Down(double x, double y) {
+    Do([&] { GraphMouseDown(*app, x, y); });
+  }
+  void Move(int buttons, double x, double y) {
+    Do([&] { GraphMouseMove(*app, buttons, x, y); });
+  }
+  void Up(double x, double y) {
+    Do([&] { GraphMouseUp(*app, x, y); });
+  }
   void Drag(double x1, double y1, double x2, double y2) {
     Down(x1, y1);
     Move(1, x2, y2);
@@ -96,7 +104,7 @@ TEST(Zoom, NoZoomAlongOneAxisOnlyWhileABlockArrivesOrADrawingRunsOrFromOutsideTh
   Zoomable t;
   const GraphState before = t.g();
   t.Drag(t.X(20), t.Y(30), t.X(20) + 1, t.Y(80));  // same index
-  t.DragMinutes(20, 30, 60, 30);                    // same value
+  t.DragMinutes(20, 30, 60, 30);                   // same value
   EXPECT_EQ(t.g().YShownMin, before.YShownMin);
   EXPECT_EQ(t.g().YShownMax, before.YShownMax);
   EXPECT_FALSE(t.w().Shape1.visible || t.w().Command2.enabled);
@@ -181,7 +189,8 @@ TEST(Zoom, TheRectangleFollowsThePointerFromTheAnchorAndOutOfThePlot) {
   Zoomable t;
   t.Down(500, 500);
   EXPECT_TRUE(t.w().Shape1.visible);
-  for (auto [x, y, box] : {std::tuple{300, 700, Box{300, 500, 200, 200}}, {980, 100, Box{500, 100, 480, 400}}}) {
+  for (auto [x, y, box] :
+       {std::tuple{300, 700, Box{300, 500, 200, 200}}, {980, 100, Box{500, 100, 480, 400}}}) {
     t.Move(1, x, y);
     EXPECT_EQ(t.w().Shape1Box.left, box.left);
     EXPECT_EQ(t.w().Shape1Box.top, box.top);

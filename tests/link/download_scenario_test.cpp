@@ -83,11 +83,12 @@ int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, const sim::LoggerConfig& c) {
     const Number got = r.FullValues[step.s];
     const double wantTime = firstTime + (x.tick - truth.samples[truth.stored[0]].tick) / kTicksPerDay;
     const bool ok = want.IsEmpty() == got.IsEmpty() && want.Value() == got.Value() &&
-                    r.ShownValues[step.s].Value() == got.Value() && std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
+                    r.ShownValues[step.s].Value() == got.Value() &&
+                    std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
     if (!ok && ++failures <= 3) {
-      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want " << want.Value()
-                    << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter << "), time off by "
-                    << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
+      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want "
+                    << want.Value() << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter
+                    << "), time off by " << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
     }
   }
   EXPECT_EQ(failures, 0);
@@ -130,7 +131,8 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
 
   ASSERT_TRUE(t.Download());
   ASSERT_FALSE(t.RequestTimes('T').empty());
-  EXPECT_EQ(WrittenBetween(t, 'D', t.RequestTimes('T').front(), t.sched.now_ms()), 0u);  // none while the block comes
+  EXPECT_EQ(WrittenBetween(t, 'D', t.RequestTimes('T').front(), t.sched.now_ms()),
+            0u);  // none while the block comes
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_TRUE(t.ui.messages.empty());
 
@@ -256,7 +258,7 @@ TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlain
 
 TEST(Download, ACurrentLoggerIsRefusedUntilAProbeIsChosenAndThenUsesIt) {
   sim::LoggerConfig c = Logger(16, 300);
-  c.probeFactor = 4;       // CT-50: 8 counts an ampere
+  c.probeFactor = 4;      // CT-50: 8 counts an ampere
   c.signal.level = 12.5;  // 100 counts
   EmulatedLoggerApp t(c);
   t.Connect();
@@ -301,8 +303,10 @@ TEST(Download, EveryDepthOfThinningUnfoldsToTheSamplesTaken) {
     const char* rateUnit;
   };
   const Depth depths[] = {
-      {0, 700, "4,096", "en63"},       {1, 1500, "4,096", "en63"},
-      {2, 3000, "2,048", "en63"},      {6, 1024 * 32 * 1.5, "128", "en63"},
+      {0, 700, "4,096", "en63"},
+      {1, 1500, "4,096", "en63"},
+      {2, 3000, "2,048", "en63"},
+      {6, 1024 * 32 * 1.5, "128", "en63"},
       {14, 1024 * 8192 * 1.5, "12", "en64"},  // an interval past M / 2: counts approximate
   };
   for (const Depth& depth : depths) {
@@ -414,8 +418,8 @@ TEST(DownloadProperty, RandomLoggersUnfoldToTheSamplesTheyTook) {
     int code;
     double countsPerUnit;  // at range code 0; 0 for the temperature loggers
   };
-  const Model models[] = {{16, 8},   {17, 0},   {18, 4},   {19, 2},  {24, 8},  {25, 0.8}, {26, 4},
-                          {27, 0.4}, {28, 80},  {30, 8},   {31, 2},  {64, 0},  {65, 0},   {66, 0}};
+  const Model models[] = {{16, 8},   {17, 0},  {18, 4}, {19, 2}, {24, 8}, {25, 0.8}, {26, 4},
+                          {27, 0.4}, {28, 80}, {30, 8}, {31, 2}, {64, 0}, {65, 0},   {66, 0}};
   const sim::SignalKind kinds[] = {sim::SignalKind::Ramp, sim::SignalKind::Sine, sim::SignalKind::Noise,
                                    sim::SignalKind::Steps};
   int ruleCases = 0, deepRuns = 0;

@@ -161,12 +161,11 @@ TEST(LinkSupervision, TwentyUnansweredHeaderRequestsGiveUpTheLoggerAndOpenThePor
   }
   EXPECT_EQ(t.Count('R'), 19u);  // the 20th tick sends nothing
   ASSERT_EQ(t.ui.messages.size(), 1u);
-  EXPECT_EQ(t.ui.messages[0].text, "en86\nen87\nen158");
-  EXPECT_EQ(t.ui.messages[0].title, "en159");
-  EXPECT_EQ(t.ui.messages[0].icon, MsgIcon::Exclamation);
+  const MessageRequest& m = t.ui.messages[0];
+  EXPECT_EQ(std::tuple(m.text, m.title, m.icon),
+            std::tuple("en86\nen87\nen158", "en159", MsgIcon::Exclamation));
   EXPECT_GE(t.ui.beeps, 1);
-  EXPECT_TRUE(portDialogShown);
-  EXPECT_FALSE(t.app->port.PortOpen());
+  EXPECT_TRUE(portDialogShown && !t.app->port.PortOpen());
   EXPECT_EQ(t.s().link.PortChosen.Value() + t.s().link.LinkMode.Value() + t.s().link.HeaderRetries, 0);
   const std::size_t sent = t.transport.written.size();
   t.Run(5000);
@@ -207,9 +206,8 @@ TEST(PortDialog, NoLoggerStopsEverySendAndKeepsSpeedAndPort) {
   };
   t.Do(MnuPort);
   EXPECT_FALSE(t.app->v.frmPort.visible || t.app->port.PortOpen());
-  EXPECT_EQ(t.s().link.LinkOff.Value(), 1);
-  EXPECT_EQ(t.s().logger.ModelCode.Value(), 0);
-  EXPECT_EQ(t.s().settings.ComPort, 2);
+  EXPECT_EQ(std::tuple(t.s().link.LinkOff.Value(), t.s().logger.ModelCode.Value(), t.s().settings.ComPort),
+            std::tuple(1, 0, 2));
   t.Run(20000);
   EXPECT_TRUE(t.transport.written.empty());
   EXPECT_EQ(t.s().settings.BaudRate.Value(), 4800);
@@ -224,9 +222,8 @@ TEST(PortDialog, NoLoggerStopsEverySendAndKeepsSpeedAndPort) {
 TEST(PortDialog, ChoosingAPortOpensItAndAsksForTheHeaderUnlessALoggerIsConnected) {
   StartedApp t;
   ChoosePortInDialog(t, 3);
-  EXPECT_EQ(t.s().settings.ComPort, 3);
-  EXPECT_EQ(t.transport.opened.back(), 3);
-  EXPECT_EQ(t.s().link.LinkMode.Value(), 1);
+  EXPECT_EQ(std::tuple(t.s().settings.ComPort, t.transport.opened.back(), t.s().link.LinkMode.Value()),
+            std::tuple(3, 3, 1));
   t.Run(250);
   EXPECT_EQ(t.Count('R'), 1u);
   t.s().link.LoggerSeen = 1;
@@ -285,8 +282,8 @@ TEST(StartupPort, AnUnavailablePortTellsTheUserAndAnyOtherFaultFallsBackToPortOn
       continue;
     }
     ASSERT_EQ(t.ui.messages.size(), 1u);
-    EXPECT_EQ(t.ui.messages[0].text + t.ui.messages[0].title, "en59en54");
-    EXPECT_EQ(t.ui.messages[0].icon, MsgIcon::Information);
+    const MessageRequest& m = t.ui.messages[0];
+    EXPECT_EQ(std::tuple(m.text, m.title, m.icon), std::tuple("en59", "en54", MsgIcon::Information));
     EXPECT_EQ(t.ui.modals.at(0), DialogId::frmPort);
     EXPECT_EQ(t.s().link.PortChosen.Value(), 0);
     t.Run(10000);

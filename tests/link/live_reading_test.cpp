@@ -63,9 +63,9 @@ TEST(LiveReading, TheValueAndUnitShowOnlyWhenBothAreKnownAndInRange) {
     bool valueShown;
     int unitShown;  // -1: either
   } cases[] = {
-      {Steady(18, 600.0), {}, "Q21", "OL", "V rms", true, 0},  // the top of the last range: overload
+      {Steady(18, 600.0), {}, "Q21", "OL", "V rms", true, 0},      // the top of the last range: overload
       {Steady(18, 500.0), {}, "Q21", "500.00", "V rms", true, 1},  // 250 counts in range code 3
-      {probe, noUnit, "NU-1", nullptr, "", false, -1},            // a probe with no unit
+      {probe, noUnit, "NU-1", nullptr, "", false, -1},             // a probe with no unit
       {Steady(64, 32.0), f, "J Thermocouple", "89.60", "degF", true, 1},
   };
   for (const auto& c : cases) {

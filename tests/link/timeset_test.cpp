@@ -21,7 +21,9 @@ using testing::StartedApp;
 
 constexpr int kMonth = 1, kDay = 2, kYear = 3, kHour = 4, kMinute = 5, kSecond = 6;
 
-DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) { return MakeDateTime({y, mo, d, h, mi, s}); }
+DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) {
+  return MakeDateTime({y, mo, d, h, mi, s});
+}
 
 // Steps a part of the open dialog up (positive) or down (negative), one event a click.
 void Step(testing::TestApp& t, int part, int times) {
@@ -54,10 +56,11 @@ TEST(Timeset, EachUpDownWrapsItsOwnPartAndNeverCarriesIntoAnother) {
     const struct {
       int part, clicks;
       const char* expected;
-    } steps[] = {{kMonth, 1, "12"}, {kMonth, 1, "1"}, {kYear, 0, "2026"}, {kMonth, -1, "12"}, {kMonth, 11, "11"},
-                 {kDay, 9, "30"},   {kDay, 1, "1"},   {kMonth, 0, "11"},  {kDay, -1, "30"},   {kHour, 11, "23"},
-                 {kHour, 1, "0"},   {kHour, -1, "23"}, {kMinute, -1, "59"}, {kHour, 0, "23"}, {kMinute, 1, "0"},
-                 {kSecond, -1, "59"}, {kMinute, 0, "0"}, {kSecond, 1, "0"}, {kYear, 3, "2029"}, {kYear, -1000, "1029"}};
+    } steps[] = {{kMonth, 1, "12"},   {kMonth, 1, "1"},  {kYear, 0, "2026"}, {kMonth, -1, "12"},
+                 {kMonth, 11, "11"},  {kDay, 9, "30"},   {kDay, 1, "1"},     {kMonth, 0, "11"},
+                 {kDay, -1, "30"},    {kHour, 11, "23"}, {kHour, 1, "0"},    {kHour, -1, "23"},
+                 {kMinute, -1, "59"}, {kHour, 0, "23"},  {kMinute, 1, "0"},  {kSecond, -1, "59"},
+                 {kMinute, 0, "0"},   {kSecond, 1, "0"}, {kYear, 3, "2029"}, {kYear, -1000, "1029"}};
     for (const auto& s : steps) {
       Step(t, s.part, s.clicks);
       EXPECT_EQ(Text(t, s.part), s.expected) << "part " << s.part << " after " << s.clicks;
@@ -68,7 +71,8 @@ TEST(Timeset, EachUpDownWrapsItsOwnPartAndNeverCarriesIntoAnother) {
 
 TEST(Timeset, FebruaryHasTwentyNineDaysInEveryFourthYearCountedWhenTheDialogOpens) {
   StartedApp t;
-  for (auto [year, up, last] : {std::tuple{2024, 0, "29"}, {2023, 0, "28"}, {2100, 0, "29"}, {2024, 1, "29"}}) {
+  for (auto [year, up, last] :
+       {std::tuple{2024, 0, "29"}, {2023, 0, "28"}, {2100, 0, "29"}, {2024, 1, "29"}}) {
     OpenFromMenuAt(t, At(year, 2, 1), [&] {
       Step(t, kYear, up);  // stepping the year changes nothing until the next opening
       Step(t, kDay, -1);
@@ -146,40 +150,28 @@ TEST(Timeset, AYearOutsideTheDateRangeIsRefusedAtOkAndTheDialogStays) {
   EXPECT_TRUE(t.ui.fatal.empty());
 }
 
-TEST(Timeset, CancelOnTheWayToADownloadStopsItSilentlyAndTheNextDownloadAsksAgain) {
-  WithLogger t(17);
-  ASSERT_EQ(t.s().link.LoggerSeen, 1);
-  t.w().Command2.enabled = true;  // as after a zoom
-  t.ui.onModal = [&t](DialogId d) {
-    if (d == DialogId::frmTimeset) t.Do(TimesetCancel);
-  };
-  t.Do(StartDownload);
-  EXPECT_EQ(t.ui.modals.back(), DialogId::frmTimeset);
-  EXPECT_EQ(t.s().link.DownloadActive + t.s().link.DownloadRefused, 0);
-  EXPECT_FALSE(t.w().Command2.enabled);
-  t.Run(5000);
-  EXPECT_EQ(t.Count('T'), 0u);
-  EXPECT_TRUE(t.ui.messages.empty());
-  const std::size_t modals = t.ui.modals.size();
-  t.Do(StartDownload);
-  EXPECT_EQ(t.ui.modals.size(), modals + 1);
-}
-
-TEST(Timeset, OkOnTheWayToADownloadLetsItRunAndIsNotAskedAgain) {
-  WithLogger t(17);
-  t.ui.onModal = [&t](DialogId d) {
-    if (d == DialogId::frmTimeset) t.Do(SetClock);
-  };
-  t.Do(StartDownload);
-  EXPECT_EQ(t.s().link.DownloadActive, 1);
-  EXPECT_EQ(t.s().link.TimeSetDone, 1);
-  t.Run(20000);
-  EXPECT_GE(t.Count('T'), 1u);
-  EXPECT_EQ(t.s().link.DownloadPercent.Value(), 100);
-  const std::size_t modals = t.ui.modals.size();
-  t.Do(StartDownload);
-  EXPECT_EQ(t.ui.modals.size(), modals);
-  EXPECT_EQ(t.s().link.DownloadActive, 1);
+TEST(Timeset, OnTheWayToADownloadOkLetsItRunOnceAndForAllAndCancelStopsItSilentlyUntilTheNext) {
+  for (bool ok : {true, false}) {
+    SCOPED_TRACE(ok);
+    WithLogger t(17);
+    ASSERT_EQ(t.s().link.LoggerSeen, 1);
+    t.w().Command2.enabled = true;  // as after a zoom
+    t.ui.onModal = [&t, ok](DialogId d) {
+      if (d == DialogId::frmTimeset) t.Do(ok ? SetClock : TimesetCancel);
+    };
+    t.Do(StartDownload);
+    EXPECT_EQ(t.ui.modals.back(), DialogId::frmTimeset);
+    EXPECT_EQ(std::tuple(t.s().link.DownloadActive, t.s().link.TimeSetDone, t.s().link.DownloadRefused),
+              std::tuple(ok, ok, 0));
+    EXPECT_FALSE(t.w().Command2.enabled);
+    t.Run(20000);
+    EXPECT_EQ(t.Count('T') > 0, ok);
+    EXPECT_EQ(t.s().link.DownloadPercent.Value() == 100, ok);
+    EXPECT_TRUE(t.ui.messages.empty());
+    const std::size_t modals = t.ui.modals.size();
+    t.Do(StartDownload);  // Cancel asks again, OK is not asked again
+    EXPECT_EQ(t.ui.modals.size(), modals + (ok ? 0 : 1));
+  }
 }
 
 TEST(Timeset, TheMenuMovesTheShownSampleTimesCancelChangesNothingAndItWaitsForAReply) {

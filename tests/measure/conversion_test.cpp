@@ -65,7 +65,8 @@ TEST_F(ConversionTest, ZeroRangeInputGivesNoValueFirstAndAZeroThermistorDenomina
     EXPECT_TRUE(IsEmpty(100, code, 0)) << code;
     EXPECT_TRUE(IsEmpty(-0.6, code, 0)) << code;  // N * 5 + 3 = 0, but D = 0 ends it first
   }
-  for (double code : {0.0, 1.0, 15.0, 33.0, 63.0, 67.0, 100.0, 16.5, -16.0}) EXPECT_TRUE(IsEmpty(100, code, 1)) << code;
+  for (double code : {0.0, 1.0, 15.0, 33.0, 63.0, 67.0, 100.0, 16.5, -16.0})
+    EXPECT_TRUE(IsEmpty(100, code, 1)) << code;
   for (double code : {21, 23})  // models without tables
     for (double N : {0.0, 255.0, -2048.0})
       for (double D : {1.0, 0.125, 255.0}) EXPECT_TRUE(IsEmpty(N, code, D)) << code << " " << N << " " << D;
@@ -79,7 +80,8 @@ TEST_F(ConversionTest, RangeFactorModelsDivideByFactorAndTwiceTheRangeInputOther
   in.RangeFactor = 0.4;
   EXPECT_DOUBLE_EQ(Value(255, 25, 1), 318.75);
   in.RangeFactor = 7;  // ignored by the fixed-constant models
-  for (auto [code, D, value] : {std::tuple{18.0, 1.0, 25.0}, {18, 0.5, 50}, {19, 1, 50}, {28, 1, 1.25}, {30, 0.25, 50}})
+  for (auto [code, D, value] :
+       {std::tuple{18.0, 1.0, 25.0}, {18, 0.5, 50}, {19, 1, 50}, {28, 1, 1.25}, {30, 0.25, 50}})
     EXPECT_DOUBLE_EQ(Value(100, code, D), value) << code;
   in.RangeFactor = 0;
   EXPECT_EQ(FaultOf(100, 16, 1), kFaultDivisionByZero);
@@ -89,16 +91,16 @@ TEST_F(ConversionTest, RangeFactorModelsDivideByFactorAndTwiceTheRangeInputOther
 }
 
 TEST_F(ConversionTest, ProfileModelsInterpolateAndExtrapolateFromTheirOwnColumns) {
-  EXPECT_DOUBLE_EQ(Value(0, 20, 1), 100);                 // ScaleTable100mv[0]
-  EXPECT_DOUBLE_EQ(Value(0, 32, 1), 300);                 // ScaleTable[0]
-  EXPECT_DOUBLE_EQ(Value(50, 20, 0.5), 100 + 1 * 0.5);    // u = 5, i = 0, f = 0.5
+  EXPECT_DOUBLE_EQ(Value(0, 20, 1), 100);                      // ScaleTable100mv[0]
+  EXPECT_DOUBLE_EQ(Value(0, 32, 1), 300);                      // ScaleTable[0]
+  EXPECT_DOUBLE_EQ(Value(50, 20, 0.5), 100 + 1 * 0.5);         // u = 5, i = 0, f = 0.5
   EXPECT_NEAR(Value(130, 22, 0.125), 205 + 2.5 * 0.2, 1e-12);  // u = 5.2
   EXPECT_NEAR(Value(255, 20, 0.125), 110 + 2.0 * 0.2, 1e-12);  // u = 10.2: past the upper bound
   EXPECT_NEAR(Value(255, 32, 0.125), 310 + 4.0 * 0.2, 1e-12);
-  EXPECT_DOUBLE_EQ(Value(2000, 29, 1), 419 + 5.9 * 6);    // u = 25, i = 19, f = 6
-  EXPECT_DOUBLE_EQ(Value(200, 29, 1), 404 - 1.5 * 4.4);   // u = 2.5: i clamps up to 4
-  EXPECT_NEAR(Value(-20, 20, 1), 100 - 0.1, 1e-12);       // u = -0.1 rounds down, clamps to 0
-  s.ScaleTable10v[1] = Cell::OfText(" 7.5 ");             // text counts when it reads as a number
+  EXPECT_DOUBLE_EQ(Value(2000, 29, 1), 419 + 5.9 * 6);   // u = 25, i = 19, f = 6
+  EXPECT_DOUBLE_EQ(Value(200, 29, 1), 404 - 1.5 * 4.4);  // u = 2.5: i clamps up to 4
+  EXPECT_NEAR(Value(-20, 20, 1), 100 - 0.1, 1e-12);      // u = -0.1 rounds down, clamps to 0
+  s.ScaleTable10v[1] = Cell::OfText(" 7.5 ");            // text counts when it reads as a number
   EXPECT_DOUBLE_EQ(Value(200, 22, 1), 7.5);
   s.ScaleTable10v[1] = Cell::OfText("mV");
   EXPECT_EQ(FaultOf(200, 22, 1), kFaultTypeMismatch);
@@ -106,7 +108,7 @@ TEST_F(ConversionTest, ProfileModelsInterpolateAndExtrapolateFromTheirOwnColumns
 
 TEST_F(ConversionTest, AnUndefinedProfilePointOrNoTablesGiveNoValue) {
   s.ScaleTable100mv[3] = Cell::OfEmptyText();
-  s.ScaleSlope100mv[5] = Cell();  // nothing at all is undefined too
+  s.ScaleSlope100mv[5] = Cell();                 // nothing at all is undefined too
   EXPECT_TRUE(IsEmpty(75, 20, 0.125));           // u = 3
   EXPECT_TRUE(IsEmpty(137.5, 20, 0.125));        // u = 5.5
   EXPECT_DOUBLE_EQ(Value(100, 20, 0.125), 104);  // u = 4, its own point defined
@@ -138,8 +140,11 @@ TEST_F(ConversionTest, ThermistorFollowsTheCurveInTheUnitChosenAndFaultsBeyondIt
 
 TEST_F(ConversionTest, ThermocoupleCountIsCelsiusAndConvertsOnlyForFahrenheitOne) {
   for (double code : {64, 65, 66}) {
-    for (auto [unit, N, value] : {std::tuple{Number(0), 32.0, 32.0}, {Number(1), 32, 89.6}, {Number(1), -40, -40},
-                                  {Number(2), 32, 32}, {Number::Empty(), -12.5625, -12.5625}}) {
+    for (auto [unit, N, value] : {std::tuple{Number(0), 32.0, 32.0},
+                                  {Number(1), 32, 89.6},
+                                  {Number(1), -40, -40},
+                                  {Number(2), 32, 32},
+                                  {Number::Empty(), -12.5625, -12.5625}}) {
       in.UseFahrenheit = unit;
       EXPECT_DOUBLE_EQ(Value(N, code, 1), value) << code << " " << N;
     }

@@ -18,14 +18,26 @@ TEST(ModelTable, EveryModelHasItsLabelUnitAndRangeFactor) {
     std::string unit;
     std::optional<double> factor;
   } rows[] = {
-      {16, "", S::Probe, "", {}},           {17, "Temperature", S::Temperature, "", {}}, {18, "Q21", S::Fixed, "V rms", 2},
-      {19, "Q24", S::Fixed, "V rms ", 1},   {20, "Q30", S::ByModel, "", {}},  {21, "Q33", S::ByModel, "", {}},
-      {22, "Q36", S::ByModel, "", {}},      {23, "Q39", S::ByModel, "", {}},  {24, "QAR-7  250A", S::Fixed, "A rms", 4},
-      {25, "QAR-7  2500A", S::Fixed, "A rms", 0.4}, {26, "QAR-9  500A", S::Fixed, "A rms", 2},
-      {27, "QAR-9  5000A", S::Fixed, "A rms", 0.2}, {28, "Q15", S::Fixed, "V rms", {}},
-      {29, "Q27", S::ByModel, "", {}},      {30, "Q18", S::Fixed, "V rms", 2}, {31, "QC50", S::Fixed, "A rms", 1},
-      {32, "Custom", S::ByModel, "", {}},   {64, "J Thermocouple", S::Temperature, "", {}},
-      {65, "K Thermocouple", S::Temperature, "", {}}, {66, "T Thermocouple", S::Temperature, "", {}},
+      {16, "", S::Probe, "", {}},
+      {17, "Temperature", S::Temperature, "", {}},
+      {18, "Q21", S::Fixed, "V rms", 2},
+      {19, "Q24", S::Fixed, "V rms ", 1},
+      {20, "Q30", S::ByModel, "", {}},
+      {21, "Q33", S::ByModel, "", {}},
+      {22, "Q36", S::ByModel, "", {}},
+      {23, "Q39", S::ByModel, "", {}},
+      {24, "QAR-7  250A", S::Fixed, "A rms", 4},
+      {25, "QAR-7  2500A", S::Fixed, "A rms", 0.4},
+      {26, "QAR-9  500A", S::Fixed, "A rms", 2},
+      {27, "QAR-9  5000A", S::Fixed, "A rms", 0.2},
+      {28, "Q15", S::Fixed, "V rms", {}},
+      {29, "Q27", S::ByModel, "", {}},
+      {30, "Q18", S::Fixed, "V rms", 2},
+      {31, "QC50", S::Fixed, "A rms", 1},
+      {32, "Custom", S::ByModel, "", {}},
+      {64, "J Thermocouple", S::Temperature, "", {}},
+      {65, "K Thermocouple", S::Temperature, "", {}},
+      {66, "T Thermocouple", S::Temperature, "", {}},
   };
   for (const auto& r : rows) {
     const ModelInfo* m = FindModel(r.code);
@@ -35,14 +47,21 @@ TEST(ModelTable, EveryModelHasItsLabelUnitAndRangeFactor) {
     EXPECT_EQ(std::string(m->unit), r.unit) << r.code;
     EXPECT_EQ(m->rangeFactor, r.factor) << r.code;
   }
-  for (double code : {0.0, 1.0, 15.0, 33.0, 63.0, 67.0, 100.0, 16.5}) EXPECT_EQ(FindModel(code), nullptr) << code;
+  for (double code : {0.0, 1.0, 15.0, 33.0, 63.0, 67.0, 100.0, 16.5})
+    EXPECT_EQ(FindModel(code), nullptr) << code;
   // Edition 2 renames model 31 only.
   EXPECT_EQ(ModelLabel(*FindModel(31), 2) + ModelLabel(*FindModel(31), 3) + ModelLabel(*FindModel(30), 2),
             "QC53QC50Q18");
 }
 
 TEST(RangeForm, LowTwoBitsGiveOneHalfQuarterAndEighthForTheTwoListsOfModels) {
-  for (auto [byte, form] : {std::pair{0, 1.0}, {1, 0.5}, {2, 0.25}, {3, 0.125}, {4, 1.0}, {130, 0.25}, {255, 0.125},
+  for (auto [byte, form] : {std::pair{0, 1.0},
+                            {1, 0.5},
+                            {2, 0.25},
+                            {3, 0.125},
+                            {4, 1.0},
+                            {130, 0.25},
+                            {255, 0.125},
                             {-1, 0.125}})  // the modulo rounds down: a negative byte stays in 0..3
     EXPECT_EQ(RangeForm(byte), form) << byte;
   const std::set<int> live{16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31, 32};

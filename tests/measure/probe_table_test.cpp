@@ -148,16 +148,18 @@ TEST(ProbeTable, TheRememberedProbeOfTheLoggerIsUsedAndAZeroFactorCountsAsOne) {
   } cases[] = {
       {300, {{4, {"300", "0", "A rms", "CT-0"}}}, 4, 1, "A rms", "CT-0", "50.00"},  // 100 / (1 * 2 * 1)
       {300, {{2, {"300", "4", "", "CT-50"}}}, 2, 4, "", "CT-50", ""},  // no unit: no probe, nothing shown
-      {105, TenLoggers(), 5, 5, "u5", "p5", "10.00"},                 // seen before: keeps its place
+      {105, TenLoggers(), 5, 5, "u5", "p5", "10.00"},                  // seen before: keeps its place
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.label);
     ProbeApp t(c.serial, ProbesDat().Text(), c.memory);
     const ProbeMemoryTables& m = t.s().probes;
-    EXPECT_EQ(std::tuple(t.s().measure.ProbeSlot.Value(), t.s().logger.RangeFactor.Value(),
-                         m.ProbeFactor[static_cast<int>(c.slot)].Value(), t.s().logger.LiveUnitText,
-                         t.s().measure.ProbeUnset, t.w().Label34.caption, m.ProbeSerial[11].Value(), m.ProbeLabel[11]),
-              std::tuple(c.slot, c.factor, c.factor, c.unit, c.unit.empty() ? 1 : 0, c.label, c.serial, c.label));
+    EXPECT_EQ(
+        std::tuple(t.s().measure.ProbeSlot.Value(), t.s().logger.RangeFactor.Value(),
+                   m.ProbeFactor[static_cast<int>(c.slot)].Value(), t.s().logger.LiveUnitText,
+                   t.s().measure.ProbeUnset, t.w().Label34.caption, m.ProbeSerial[11].Value(),
+                   m.ProbeLabel[11]),
+        std::tuple(c.slot, c.factor, c.factor, c.unit, c.unit.empty() ? 1 : 0, c.label, c.serial, c.label));
     t.Run(2000);
     EXPECT_EQ(t.w().Label19.visible, !c.unit.empty());
     if (!c.unit.empty()) {
@@ -179,7 +181,8 @@ TEST(ProbeTable, AnEleventhLoggerDropsTheOldestTakesTheLastChoiceAndIsSavedAtExi
   EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 10);
   for (int i : {10, 11})
     EXPECT_EQ(std::tuple(m.ProbeSerial[i].Value(), m.ProbeFactor[i].Value(), m.ProbeUnit[i], m.ProbeLabel[i]),
-              std::tuple(999, 3, "A dc", "last")) << i;
+              std::tuple(999, 3, "A dc", "last"))
+        << i;
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 3);
   bool close = false;
   t.Do([&] { close = EndProgram(*t.app); });
@@ -196,8 +199,9 @@ TEST(ProbeTable, AMissingOrShortFileEndsTheProgramWithoutSavingTheSettings) {
     ProbeApp t(77, probes);
     ASSERT_EQ(t.ui.messages.size(), 1u);
     const MessageRequest& m = t.ui.messages[0];
-    EXPECT_EQ(std::tuple(m.text, m.title, m.icon, m.buttons),
-              std::tuple("Probes.dat is missing.", "Cannot run program", MsgIcon::Information, MsgButtons::Ok));
+    EXPECT_EQ(
+        std::tuple(m.text, m.title, m.icon, m.buttons),
+        std::tuple("Probes.dat is missing.", "Cannot run program", MsgIcon::Information, MsgButtons::Ok));
     EXPECT_TRUE(t.ui.ended && t.ui.fatal.empty());
     const std::size_t written = t.transport.written.size();
     t.Run(5000);
@@ -261,7 +265,7 @@ TEST(ProbeDialogs, AChoiceInFunc01IsRememberedAndTheHeaderIsReadAgainWhileCancel
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 2);
   EXPECT_EQ(t.w().Label34.caption, "HD-100");
   EXPECT_EQ(t.s().probes.ProbeLabel[10], "HD-100");  // the memory still takes the present probe
-  EXPECT_EQ(t.s().link.LinkMode.Value(), 0);          // only func01 asks for the header again
+  EXPECT_EQ(t.s().link.LinkMode.Value(), 0);         // only func01 asks for the header again
 
   const std::size_t headers = t.Count('R');
   t.Choose(1, 1);
@@ -269,7 +273,8 @@ TEST(ProbeDialogs, AChoiceInFunc01IsRememberedAndTheHeaderIsReadAgainWhileCancel
   const ProbeMemoryTables& m = t.s().probes;
   for (int i : {10, 11})
     EXPECT_EQ(std::tuple(m.ProbeSerial[i].Value(), m.ProbeFactor[i].Value(), m.ProbeUnit[i], m.ProbeLabel[i]),
-              std::tuple(4321, 10, "A rms", "CT-20")) << i;
+              std::tuple(4321, 10, "A rms", "CT-20"))
+        << i;
   t.Run(1000);
   EXPECT_GT(t.Count('R'), headers);
   // The fresh header finds the logger in its slot with the probe just chosen.
@@ -286,9 +291,9 @@ TEST(ProbeDialogs, TheRescaleQuestionReconvertsTheRecordOnScreenOnYesOnly) {
     t.Choose(2, 1);
     ASSERT_EQ(t.ui.messages.size(), 1u);
     const MessageRequest& q = t.ui.messages[0];
-    EXPECT_EQ(std::tuple(q.text, q.title, q.buttons, q.icon), std::tuple("Do you want to rescale the displayed graph?",
-                                                                         "Graph Rescaling", MsgButtons::YesNo,
-                                                                         MsgIcon::Question));
+    EXPECT_EQ(std::tuple(q.text, q.title, q.buttons, q.icon),
+              std::tuple("Do you want to rescale the displayed graph?", "Graph Rescaling", MsgButtons::YesNo,
+                         MsgIcon::Question));
     const SampleRecord& r = t.s().record;  // yes: 100 / (100 * 2 * 1)
     EXPECT_EQ(std::tuple(r.RecordUnitText, r.RecordRangeFactor.Value(), r.FullValues[1].Value()),
               yes ? std::tuple("A dc", 100.0, 0.5) : std::tuple("A rms", 10.0, 5.0));

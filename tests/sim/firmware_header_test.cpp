@@ -55,12 +55,12 @@ TEST(FirmwareHeader, LayoutTwoCarriesClockStatusModelAndThreeCounterBytesThenExt
   c.extraLayout2Bytes = 3;
   Firmware fw(c);
   const Bytes expected = {
-      0x02, 0x07, 0x00,                 // memory size code, serial
-      0,    0,    0,    0,    0, 0, 0,  // positions 4..10 unused
-      0xB8, 0x0B, 0x00, 0x00,           // 3000 ticks
-      0x00, 0x00, 65,                   // status, -, model
-      0xB8, 0x0B, 0x00, 0x00, 0x00,     // counter 3000
-      0x00, 0x00, 0x00,                 // extra bytes
+      0x02, 0x07, 0x00,                    // memory size code, serial
+      0,    0,    0,    0,    0,    0, 0,  // positions 4..10 unused
+      0xB8, 0x0B, 0x00, 0x00,              // 3000 ticks
+      0x00, 0x00, 65,                      // status, -, model
+      0xB8, 0x0B, 0x00, 0x00, 0x00,        // counter 3000
+      0x00, 0x00, 0x00,                    // extra bytes
   };
   EXPECT_EQ(fw.Header(), expected);
   EXPECT_EQ(fw.Block().size(), 2u * 3001u);
@@ -68,7 +68,7 @@ TEST(FirmwareHeader, LayoutTwoCarriesClockStatusModelAndThreeCounterBytesThenExt
 
 TEST(FirmwareRange, MarksAreTheCountsOfTheFirstSamplesInEachNewRangeNewestFirst) {
   LoggerConfig c = Signal(24, SignalKind::Ramp, 10, 0, 0);  // 8 counts per ampere at code 0
-  c.signal.slopePerHour = 10;                                // 31.9 A (255 counts) after about 2.2 h
+  c.signal.slopePerHour = 10;                               // 31.9 A (255 counts) after about 2.2 h
   c.elapsedAtStart = 30 * 3600;
   Firmware fw(c);
   ASSERT_EQ(fw.RangeByte(), 3);
@@ -120,7 +120,9 @@ TEST(FirmwareRange, TwoRangesAtOnceOverloadAndTheThermistorsFifthStep) {
 }
 
 TEST(FirmwareLive, ReadingsFollowEachModelsUnitsAndRangeForThemselves) {
-  auto live = [](int model, double level) { return Firmware(Signal(model, SignalKind::Steady, level, 0, 0)).LiveReading(); };
+  auto live = [](int model, double level) {
+    return Firmware(Signal(model, SignalKind::Steady, level, 0, 0)).LiveReading();
+  };
   EXPECT_EQ(live(18, 25.0), (Live{100, 0}));     // 4 counts per volt
   EXPECT_EQ(live(25, 100.0), (Live{80, 0}));     // 0.8 counts per ampere
   EXPECT_EQ(live(64, 32.0), (Live{0x00, 130}));  // (32 + 2048) * 16

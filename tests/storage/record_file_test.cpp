@@ -40,12 +40,14 @@ struct Started : testing::StartedApp {
     r().RecordLocation = t[4], r().RecordText6 = t[5];
   }
   Strings Texts() {
-    return {r().RecordTitle, r().RecordIdent, r().RecordRemarks, r().RecordText4, r().RecordLocation, r().RecordText6};
+    return {r().RecordTitle, r().RecordIdent,    r().RecordRemarks,
+            r().RecordText4, r().RecordLocation, r().RecordText6};
   }
 };
 
 // A rev02 file with the given samples lines, texts "T1".."T7", range factor 1, logger 42.
-std::string Rev02(const std::string& unit, int count, const std::string& samples, const std::string& factor = "1") {
+std::string Rev02(const std::string& unit, int count, const std::string& samples,
+                  const std::string& factor = "1") {
   std::ostringstream f;
   f << "\"loggerfile\"\r\n\"rev02\"\r\n" << count << "\r\n";
   for (int i = 1; i <= 7; ++i) f << "\"T" << i << "\"\r\n";
@@ -161,14 +163,28 @@ TEST(RecordFile, EachRevisionAndSampleFormReadsBack) {
     std::string texts;
     std::vector<std::pair<double, double>> samples;
   } cases[] = {
-      {"decimal commas", Rev02("Volt", 2, "46347,5\t12,5\r\n46347,75\t-0,25\r\n"), 4, 1, 42, "T1T2T3T4T5T6T7",
+      {"decimal commas",
+       Rev02("Volt", 2, "46347,5\t12,5\r\n46347,75\t-0,25\r\n"),
+       4,
+       1,
+       42,
+       "T1T2T3T4T5T6T7",
        {{46347.5, 12.5}, {46347.75, -0.25}}},
       {"rev01: texts on one line, samples as comma fields",
        "\"loggerfile\",\"rev01\",2\r\n\"a\",\"b\",\"c\",\"d\",\"e\",\"f\",\"g\"\r\n0\r\n7,\"kOhm\"\r\n"
        "46347.5,3.25\r\n46347.6,\"4\"\r\n",
-       3, 1, 7, "abcdefg", {{46347.5, 3.25}, {46347.6, 4}}},  // a stored range factor 0 reads as 1
+       3,
+       1,
+       7,
+       "abcdefg",
+       {{46347.5, 3.25}, {46347.6, 4}}},  // a stored range factor 0 reads as 1
       {"another revision: no texts, the factor right after the count",
-       "\"loggerfile\"\r\n\"rev07\"\r\n1\r\n3\r\n88\r\n\"Amp\"\r\n46347.5,2,5\r\n", 5, 3, 88, "", {{46347.5, 2}}},
+       "\"loggerfile\"\r\n\"rev07\"\r\n1\r\n3\r\n88\r\n\"Amp\"\r\n46347.5,2,5\r\n",
+       5,
+       3,
+       88,
+       "",
+       {{46347.5, 2}}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -181,8 +197,8 @@ TEST(RecordFile, EachRevisionAndSampleFormReadsBack) {
     EXPECT_EQ(r.RecordModelCode.Value(), c.code);
     EXPECT_EQ(r.RecordRangeFactor.Value(), c.factor);
     EXPECT_EQ(r.LoggerNumber.Value(), c.logger);
-    EXPECT_EQ(r.RecordTitle + r.RecordIdent + r.RecordRemarks + r.RecordText4 + r.RecordLocation + r.RecordText6 +
-                  r.RecordStats,
+    EXPECT_EQ(r.RecordTitle + r.RecordIdent + r.RecordRemarks + r.RecordText4 + r.RecordLocation +
+                  r.RecordText6 + r.RecordStats,
               c.texts);
     for (std::size_t i = 0; i < c.samples.size(); ++i) {
       EXPECT_DOUBLE_EQ(r.FullTimes[static_cast<long>(i) + 1], c.samples[i].first);
@@ -192,8 +208,13 @@ TEST(RecordFile, EachRevisionAndSampleFormReadsBack) {
 }
 
 TEST(RecordFile, UnitTextsChooseTheGraphCodeAndTheTwoVoltRangesSetTheirRangeFactor) {
-  for (auto [unit, code, factor] : {std::tuple{"V rms", 10, 2}, {"V rms ", 11, 1}, {"A rms", 7, 5}, {"% RH", 6, 5},
-                                    {"degF", 1, 5}, {"mV", 31, 5}, {"volt", 31, 5}}) {
+  for (auto [unit, code, factor] : {std::tuple{"V rms", 10, 2},
+                                    {"V rms ", 11, 1},
+                                    {"A rms", 7, 5},
+                                    {"% RH", 6, 5},
+                                    {"degF", 1, 5},
+                                    {"mV", 31, 5},
+                                    {"volt", 31, 5}}) {
     Started t;
     t.r().RecordModelCode = 31;  // kept when the unit is not one of the list
     t.WriteFile("u.txt", Rev02(unit, 1, "46347.5\t1\r\n", "5"));

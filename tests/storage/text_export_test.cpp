@@ -135,8 +135,12 @@ TEST(SaveCommand, CancelOrNoCompleteRecordWritesNothing) {
 }
 
 TEST(SaveCommand, TxtIsAddedUnlessTheFourthCharacterFromTheEndIsAPoint) {
-  for (auto [chosen, saved] : {std::pair{"plain", "plain.txt"}, {"kept.csv", "kept.csv"}, {"four.data", "four.data.txt"},
-                               {"one.c", "one.c.txt"}, {"already.txt", "already.txt"}, {".abc", ".abc"}}) {
+  for (auto [chosen, saved] : {std::pair{"plain", "plain.txt"},
+                               {"kept.csv", "kept.csv"},
+                               {"four.data", "four.data.txt"},
+                               {"one.c", "one.c.txt"},
+                               {"already.txt", "already.txt"},
+                               {".abc", ".abc"}}) {
     Saving t;
     t.Save({chosen});
     EXPECT_TRUE(t.FileExists(saved)) << chosen;

@@ -1,7 +1,5 @@
 #include "support/fake_platform.h"
 
-#include "support/settings_text.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,19 +9,22 @@
 #include <fstream>
 #include <sstream>
 
-#include "log1/hooks.h"
 #include "core/fault.h"
-#include "log1/language.h"
-#include "log1/startup.h"
 #include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "log1/hooks.h"
+#include "log1/language.h"
+#include "log1/startup.h"
 #include "measure/probe_table.h"
 #include "storage/text_export.h"
+#include "support/settings_text.h"
 
 namespace quillet::testing {
 
-void VirtualScheduler::At(double ms, std::function<void()> fn) { events_.push_back({ms, seq_++, std::move(fn)}); }
+void VirtualScheduler::At(double ms, std::function<void()> fn) {
+  events_.push_back({ms, seq_++, std::move(fn)});
+}
 
 void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
   auto shared = std::make_shared<std::function<void()>>(std::move(fn));
@@ -124,8 +125,10 @@ MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
   if (answer) return answer(request);
   switch (request.buttons) {
     case MsgButtons::Ok:
-    case MsgButtons::OkCancel: return MsgAnswer::Ok;
-    default: return MsgAnswer::Yes;
+    case MsgButtons::OkCancel:
+      return MsgAnswer::Ok;
+    default:
+      return MsgAnswer::Yes;
   }
 }
 
@@ -160,21 +163,40 @@ void ScriptedUi::ShowModal(DialogId dialog) {
     // By default the user takes the first language, confirms the clock as it stands and
     // cancels every other dialog.
     switch (dialog) {
-      case DialogId::langfrm: LangfrmChoose(*app, 1), LangfrmOk(*app); break;
-      case DialogId::frmPort: FrmPortCancel(*app); break;
-      case DialogId::about2: About2Close(*app); break;
-      case DialogId::frmTimeset: SetClock(*app); break;
-      case DialogId::Func1: ProbeDialogCancel(*app, 1); break;
-      case DialogId::FUNC2: ProbeDialogCancel(*app, 2); break;
-      case DialogId::FUNC3: ProbeDialogCancel(*app, 3); break;
-      case DialogId::Describe: DescribeCancel(*app); break;
-      case DialogId::SaveOpt: SaveOptCancel(*app); break;
+      case DialogId::langfrm:
+        LangfrmChoose(*app, 1), LangfrmOk(*app);
+        break;
+      case DialogId::frmPort:
+        FrmPortCancel(*app);
+        break;
+      case DialogId::about2:
+        About2Close(*app);
+        break;
+      case DialogId::frmTimeset:
+        SetClock(*app);
+        break;
+      case DialogId::Func1:
+        ProbeDialogCancel(*app, 1);
+        break;
+      case DialogId::FUNC2:
+        ProbeDialogCancel(*app, 2);
+        break;
+      case DialogId::FUNC3:
+        ProbeDialogCancel(*app, 3);
+        break;
+      case DialogId::Describe:
+        DescribeCancel(*app);
+        break;
+      case DialogId::SaveOpt:
+        SaveOptCancel(*app);
+        break;
     }
   }
   if (!app) return;
   const Views& v = app->v;
-  const bool open[] = {v.frmPort.visible, v.langfrm.visible, v.about2.visible, v.frmTimeset.visible, v.Func1.visible,
-                       v.FUNC2.visible,   v.FUNC3.visible,   v.Describe.visible, v.SaveOpt.visible};
+  const bool open[] = {v.frmPort.visible,    v.langfrm.visible,  v.about2.visible,
+                       v.frmTimeset.visible, v.Func1.visible,    v.FUNC2.visible,
+                       v.FUNC3.visible,      v.Describe.visible, v.SaveOpt.visible};
   if (open[static_cast<int>(dialog)]) ADD_FAILURE() << "a modal dialog was left open by the test's user";
 }
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "hub/app.h"
 #include "core/platform.h"
+#include "hub/app.h"
 
 namespace quillet::testing {
 
@@ -90,7 +90,8 @@ class FakeTransport : public ByteTransport {
 
   // The far end: given what was written, when, and at what line speed, the bytes it
   // sends back with the times they have arrived (seconds on the scheduler's clock).
-  std::function<std::vector<TimedReply>(const std::string& bytes, double nowSeconds, int baud, int stopBits)> peer;
+  std::function<std::vector<TimedReply>(const std::string& bytes, double nowSeconds, int baud, int stopBits)>
+      peer;
   // Bytes that arrive unasked at a given time.
   void Inject(double atMs, const std::string& bytes);
 

@@ -19,9 +19,9 @@ struct SettingsOptions {
 
 inline std::string SettingsFileText(const SettingsOptions& o) {
   std::ostringstream f;
-  f << "\"[PORT etc]\"\n\"comm port =  " << o.comPort << "\"\n\"language =  " << o.language << "\"\n\"baud =  "
-    << o.baud << "\"\n\"Fahrenheit =  " << o.fahrenheit << "\"\n\"US Date Format =  " << o.usDate
-    << "\"\n\"[probe data]\"\n";
+  f << "\"[PORT etc]\"\n\"comm port =  " << o.comPort << "\"\n\"language =  " << o.language
+    << "\"\n\"baud =  " << o.baud << "\"\n\"Fahrenheit =  " << o.fahrenheit
+    << "\"\n\"US Date Format =  " << o.usDate << "\"\n\"[probe data]\"\n";
   for (int i = 1; i <= 11; ++i) {
     auto it = o.probes.find(i);
     if (it == o.probes.end()) {

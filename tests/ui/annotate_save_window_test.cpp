@@ -76,9 +76,7 @@ TEST(DescribeWindow, TypedTextsAreStoredAtOkAndTheFieldsShowTheRecordAgainAfterC
   {
     WhenModal user("Describe", [&](QWidget* w) {
       w->findChild<QLineEdit*>("Text1")->insert(" lost");
-      QTimer::singleShot(0, w, [w] {
-        static_cast<QDialog*>(w)->reject();
-      });
+      QTimer::singleShot(0, w, [w] { static_cast<QDialog*>(w)->reject(); });
     });
     p.window.findChild<QPushButton*>("Command3")->click();
   }
@@ -167,15 +165,17 @@ TEST(ClipboardWindow, AnotherProgramReadsTheGraphFromTheXClipboardAsPng) {
   if (!qEnvironmentVariableIsSet("QUILLET_XVFB_CHILD")) {
     const QString xvfbRun = QStandardPaths::findExecutable("xvfb-run");
     const QString xclip = QStandardPaths::findExecutable("xclip");
-    if (xvfbRun.isEmpty() || xclip.isEmpty()) GTEST_SKIP() << "needs xvfb-run and xclip (scripts/install-deps.sh)";
+    if (xvfbRun.isEmpty() || xclip.isEmpty())
+      GTEST_SKIP() << "needs xvfb-run and xclip (scripts/install-deps.sh)";
     QProcess child;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("QUILLET_XVFB_CHILD", "1");
     env.insert("QT_QPA_PLATFORM", "xcb");
     child.setProcessEnvironment(env);
     child.setProcessChannelMode(QProcess::MergedChannels);
-    child.start(xvfbRun, {"-a", QCoreApplication::applicationFilePath(),
-                          "--gtest_filter=ClipboardWindow.AnotherProgramReadsTheGraphFromTheXClipboardAsPng"});
+    child.start(xvfbRun,
+                {"-a", QCoreApplication::applicationFilePath(),
+                 "--gtest_filter=ClipboardWindow.AnotherProgramReadsTheGraphFromTheXClipboardAsPng"});
     ASSERT_TRUE(child.waitForFinished(60000));
     const QString out = QString::fromUtf8(child.readAll());
     EXPECT_EQ(child.exitCode(), 0) << out.toStdString();

@@ -55,7 +55,7 @@ TEST(CliDownload, At4800WritesTheRecordAndTheRawBytesWhichDecodeToTheSameValues)
 
   const QString again = dir.path() + "/again.txt";
   const CliRun d = RunCli({"decode", "--header", raw + ".header.bin", "--block", raw + ".block.bin", "--now",
-                        "2026-11-21 10:00:00", "--out", again});
+                           "2026-11-21 10:00:00", "--out", again});
   ASSERT_EQ(d.exitCode, 0) << d.err.toStdString();
   const QStringList decoded = Lines(again);
   EXPECT_EQ(decoded.mid(0, 13), lines.mid(0, 13));
@@ -130,13 +130,15 @@ TEST(CliDecode, RefusesBadInputWithOneLineAndNoFile) {
   WriteFile(shortH, Header(0, 100, 99).left(21));
   WriteFile(big, Header(5, 98304, 40000));  // a day on the largest memory: far past 16384
   auto decode = [&](const QString& header, const QString& block) {
-    return RunCli({"decode", "--header", header, "--block", block, "--now", "2026-11-21 12:00:00", "--out", rec});
+    return RunCli(
+        {"decode", "--header", header, "--block", block, "--now", "2026-11-21 12:00:00", "--out", rec});
   };
   ExpectRefusal(decode(shortH, b), rec, "21 bytes");
   ExpectRefusal(decode(big, b), rec, "at most 16384");
   ExpectRefusal(decode(h, b), rec, "past the end of the block");
   ExpectRefusal(decode(dir.path() + "/missing.bin", b), rec, "cannot read");
-  ExpectRefusal(RunCli({"decode", "--header", h, "--block", b, "--now", "tomorrow", "--out", rec}), rec, "--now");
+  ExpectRefusal(RunCli({"decode", "--header", h, "--block", b, "--now", "tomorrow", "--out", rec}), rec,
+                "--now");
 
   WriteFile(b, QByteArray(100, '\x50'));
   const CliRun ok = decode(h, b);

@@ -14,8 +14,8 @@ TEST(CliLive, PrintsOneLinePerReadingWithTheValueATabAndTheUnit) {
   const QString link = dir.path() + "/tty";
   quillet::testing::CliRun cli;
   {
-    quillet::testing::EmulatorProcess sim(link,
-                                          {"--model", "18", "--baud", "4800", "--signal", "steady", "--level", "12.5"});
+    quillet::testing::EmulatorProcess sim(
+        link, {"--model", "18", "--baud", "4800", "--signal", "steady", "--level", "12.5"});
     cli = RunCli({"live", "--port", link, "--count", "2"}, 30000);
   }
   EXPECT_EQ(cli.exitCode, 0) << cli.err.toStdString();

@@ -22,7 +22,9 @@ namespace {
 
 using testing::WindowProgram;
 
-QString Word(WindowProgram& p, int language, int n) { return QString::fromStdString(p.s().lang.LanguageTable[language][n]); }
+QString Word(WindowProgram& p, int language, int n) {
+  return QString::fromStdString(p.s().lang.LanguageTable[language][n]);
+}
 
 TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguageAndRecaptionsAtOnceOnAChange) {
   WindowProgram p;
@@ -31,9 +33,9 @@ TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguageAndRecaptionsAtO
   for (QAction* a : p.window.menuBar()->actions())
     if (a->isVisible()) top << a->text();
   EXPECT_EQ(top, (QStringList{"&File", "&Time Set", "&Download", "&Port", "Date Fr&mt", "&Help"}));
-  for (const char* name : {"mnuSaveTXT", "mnuOpen", "mnuPGraph", "mnuPData", "mnuGClip", "mnu420sca", "mnu100sca",
-                           "mnu10sca", "mnuLang", "mnuExit", "mnudegF", "mnudegC", "mnuUsa", "mnuEur", "mnuHelpCont",
-                           "mnuHelpIndex", "mnuHelpAbout"}) {
+  for (const char* name : {"mnuSaveTXT", "mnuOpen", "mnuPGraph", "mnuPData", "mnuGClip", "mnu420sca",
+                           "mnu100sca", "mnu10sca", "mnuLang", "mnuExit", "mnudegF", "mnudegC", "mnuUsa",
+                           "mnuEur", "mnuHelpCont", "mnuHelpIndex", "mnuHelpAbout"}) {
     ASSERT_NE(p.Action(name), nullptr) << name;
     EXPECT_FALSE(p.Action(name)->text().isEmpty()) << name;
   }
@@ -88,8 +90,9 @@ TEST(MainWindow, OpenShowsTheFileDialogForTextFilesAndReadsTheChosenRecord) {
   const QString path = p.dir.path() + "/record.txt";
   QFile f(path);
   ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-  f.write("\"loggerfile\"\r\n\"rev02\"\r\n2\r\n\"Shed\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
-          "\"\"\r\n1\r\n42\r\n\"degC\"\r\n46347.5\t20.5\r\n46347.75\t21.5\r\n");
+  f.write(
+      "\"loggerfile\"\r\n\"rev02\"\r\n2\r\n\"Shed\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+      "\"\"\r\n1\r\n42\r\n\"degC\"\r\n46347.5\t20.5\r\n46347.75\t21.5\r\n");
   f.close();
   // The user of the file dialog types the record's path as a user would, or cancels.
   QString pick = path;

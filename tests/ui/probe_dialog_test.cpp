@@ -52,8 +52,8 @@ TEST(ProbeDialog, Func1ShowsTheFirstGroupOfTheShippedFileAndTakesTheChoice) {
 
   EXPECT_EQ(title, "AC Current Probes");
   EXPECT_EQ(shown, (QStringList{"CT-20  20A", "CT-50  50A", "CT-100  100A", "CT-200  200A", "CT-300  300A",
-                                "CT-500  500A", "CT-1000  1000A", "CT-2000  2000A", "CT-3000  3000A", "FX-600  600A",
-                                "FX-1500  1500A", "FX-3000  3000A", "FX-6000  6000A"}));
+                                "CT-500  500A", "CT-1000  1000A", "CT-2000  2000A", "CT-3000  3000A",
+                                "FX-600  600A", "FX-1500  1500A", "FX-3000  3000A", "FX-6000  6000A"}));
   EXPECT_TRUE(hiddenFuture);
   EXPECT_EQ(sections, (QStringList{"Clamp-on, 0 to 200 A", "Clamp-on, 200 to 3000 A", "Flexible coils"}));
   EXPECT_FALSE(window.Dialog(DialogId::Func1)->isVisible());

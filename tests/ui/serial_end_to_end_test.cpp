@@ -12,7 +12,9 @@ using testing::WindowProgram;
 struct LinkedProgram : WindowProgram {
   LinkedProgram() : WindowProgram(testing::SettingsOptions{1, 1, 1200, 0, 1, {}, ""}, true) {}
   QString Link() const { return dir.path() + "/tty"; }
-  void StartProgram() { Dispatch(*app, [this] { quillet::StartProgram(*app); }); }
+  void StartProgram() {
+    Dispatch(*app, [this] { quillet::StartProgram(*app); });
+  }
 };
 
 TEST(SerialEndToEnd, ATemperatureLoggerIsFoundAndItsLiveValueShows) {

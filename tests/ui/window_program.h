@@ -106,7 +106,8 @@ struct WindowProgram {
       f.open(QIODevice::WriteOnly);
       f.write(QByteArray::fromStdString(SettingsFileText(*settings)));
     }
-    qputenv("QUILLET_COM1", linked ? (dir.path() + "/tty").toUtf8() : QByteArray(QUILLET_BIN_DIR "/no-such-device"));
+    qputenv("QUILLET_COM1",
+            linked ? (dir.path() + "/tty").toUtf8() : QByteArray(QUILLET_BIN_DIR "/no-such-device"));
     platform = std::make_unique<Platform>(Platform{window, clock, timers, poster, transport,
                                                    FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}});
     app = std::make_unique<App>(*platform, Log1Hooks());
