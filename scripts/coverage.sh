@@ -18,8 +18,13 @@ CODE=(cli sim app ui "${LOGIC[@]}")
 cmake -S . -B "$BUILD" -DCMAKE_BUILD_TYPE=Debug -DQUILLET_BUILD_UI=ON \
   -DCMAKE_CXX_COMPILER=g++ -DCMAKE_CXX_FLAGS="--coverage -O0" \
   -DCMAKE_EXE_LINKER_FLAGS="--coverage" >/dev/null
-cmake --build "$BUILD" -j "$JOBS" >/dev/null
+cmake --build "$BUILD" -j "$JOBS" >"$BUILD/build.log" 2>&1 || { tail -40 "$BUILD/build.log"; exit 1; }
 find "$BUILD" -name '*.gcda' -delete
+# Notes of sources deleted since an earlier build would only bring gcov warnings.
+(cd "$BUILD" && find . -name '*.gcno') | while read -r notes; do
+  source=$(echo "${notes#./}" | sed -E 's#^(.*/)?CMakeFiles/[^/]+\.dir/#\1#; s#\.gcno$##')
+  if [ ! -f "$source" ]; then rm -f "$BUILD/$notes"; fi
+done
 
 echo "== tests"
 set +e
