@@ -1,4 +1,6 @@
 // Quillet: the window program.
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -49,6 +51,29 @@ void PlaceWindowFromEnvironment(QWidget& window) {
   if (m.hasCaptured(3)) window.move(m.captured(3).toInt(), m.captured(4).toInt());
 }
 
+// QUILLET_TRIGGER="name[@ms],..." triggers menu entries or clicks buttons by their names
+// (mnuPort, mnuHelpAbout, Command3 ...) once the window shows, each after its delay from
+// the start (default 500 ms, then 1 s apart): scripted runs open dialogs this way.
+void TriggerFromEnvironment(QWidget& window) {
+  const QStringList steps = qEnvironmentVariable("QUILLET_TRIGGER").split(',', Qt::SkipEmptyParts);
+  int at = 500;
+  for (const QString& step : steps) {
+    const QStringList parts = step.trimmed().split('@');
+    if (parts.size() > 1) at = parts[1].toInt();
+    const QString name = parts[0];
+    QTimer::singleShot(at, &window, [&window, name] {
+      if (auto* action = window.findChild<QAction*>(name)) {
+        action->trigger();
+      } else if (auto* button = window.findChild<QAbstractButton*>(name)) {
+        button->click();
+      } else {
+        std::fprintf(stderr, "quillet: QUILLET_TRIGGER names no menu entry or button \"%s\"\n", qPrintable(name));
+      }
+    });
+    at += 1000;
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -81,6 +106,7 @@ int main(int argc, char** argv) {
   window.Refresh();
   PlaceWindowFromEnvironment(window);
   window.show();
+  TriggerFromEnvironment(window);
   if (qEnvironmentVariableIsSet("QUILLET_EXIT_AFTER_FIRST_PAINT")) {
     window.repaint();
     QTimer::singleShot(0, [&sinceStart] { ReportFirstPaintAndLeave(sinceStart); });

@@ -7,4 +7,12 @@ int RunLive(const Options& opts);
 int RunDecode(const Options& opts);
 int RunDownload(const Options& opts);
 int RunRender(const Options& opts);
+int RunProfile(int argc, char** argv);
+
+struct App;
+class HeadlessUi;
+// decode --profile: the file loaded into its family and accepted with OK. Throws
+// CommandError when it cannot be read or yields no table.
+void ApplyDecodeProfile(App& app, HeadlessUi& ui, const std::string& path);
+int RunPrint(const Options& opts);
 }  // namespace quillet

@@ -67,6 +67,7 @@ int RunDecode(const Options& opts) {
     app.s.settings.UseFahrenheit = std::atoi(fahrenheit->c_str());
     ShowTemperatureUnitChecks(app);
   }
+  if (const std::string* profile = Find(opts, "--profile")) ApplyDecodeProfile(app, ui, *profile);
 
   try {
     // A two-byte logger's header leaves the scale byte as its live readings left it.

@@ -24,7 +24,7 @@ MsgAnswer HeadlessUi::Message(const MessageRequest& r) {
   if (printMessages && !text.empty()) {
     std::fprintf(stderr, "quillet-cli: %s%s%s\n", r.title.c_str(), r.title.empty() ? "" : ": ", text.c_str());
   }
-  return r.buttons == MsgButtons::YesNo || r.buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
+  return r.buttons == MsgButtons::YesNo || r.buttons == MsgButtons::YesNoCancel ? yesNoAnswer : MsgAnswer::Ok;
 }
 
 void HeadlessUi::ShowModal(DialogId dialog) {

@@ -29,6 +29,8 @@ class HeadlessUi : public UserInterface {
   int messageCount = 0;
   // Off: messages are only kept, for a command that reports in its own words.
   bool printMessages = true;
+  // The answer to a Yes/No question; Yes lets the work go on.
+  MsgAnswer yesNoAnswer = MsgAnswer::Yes;
 };
 
 }  // namespace quillet

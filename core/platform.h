@@ -24,7 +24,11 @@ struct MessageRequest {
 };
 
 // Every dialog of the system that can be shown modally.
-enum class DialogId { frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt };
+enum class DialogId {
+  frmPort, langfrm, about2, frmTimeset, Func1, FUNC2, FUNC3, Describe, SaveOpt, PrintOpt,
+  // The scale profile dialogs.
+  custom, input100mv, input10v, input420, inputbipo100mv, inputbipo10mv
+};
 
 // Help service commands, as the help viewer understands them.
 enum class HelpCommand { Contents = 3, KeywordSearch = 261 };
@@ -59,6 +63,10 @@ class UserInterface {
   // Draws the graph: the window hands draw its surface, then shows the picture. Without
   // a graph surface nothing is drawn.
   virtual void PaintGraph(const std::function<void(DrawSurface&)>& draw) { (void)draw; }
+  // Shows a dialog without stopping the user; its logic hides it again.
+  virtual void ShowModeless(DialogId dialog) { (void)dialog; }
+  // Sends an image of the dialog as it stands to the default printer, with no dialog.
+  virtual void PrintDialogImage(DialogId dialog) { (void)dialog; }
 };
 
 // ---- Time ----------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/platform.h"
+#include "core/printer_surface.h"
 #include "hub/state.h"
 #include "hub/view_model.h"
 #include "link/comm_port.h"
@@ -19,6 +20,8 @@ struct Platform {
   EventPoster& poster;
   ByteTransport& transport;
   FilePlaces places;
+  // The printer; none on a platform without one (the printouts then fail at once).
+  PrinterSurface* printer = nullptr;
 };
 
 // Thrown to end the program at once from deep inside an event; Dispatch turns it into

@@ -9,6 +9,8 @@
 #include "graph/graph_state.h"
 #include "link/link_state.h"
 #include "measure/measure_state.h"
+#include "printing/printing_state.h"
+#include "profiles/profile_state.h"
 #include "storage/record_state.h"
 
 namespace quillet {
@@ -30,6 +32,7 @@ struct State {
   TempUnitTable TempUnitNames;
   // The user's scale profiles.
   ScaleTables scales;
+  ProfileState profiles;
   // The record on screen, and the Save and Open commands.
   SampleRecord record;
   FileState files;
@@ -37,6 +40,8 @@ struct State {
   GraphState graph;
   PanelState panel;
   Fonts fonts;
+  // The printouts.
+  PrintingState printing;
 };
 
 }  // namespace quillet

@@ -196,6 +196,61 @@ struct SaveOptView {
   }
 };
 
+// PrintOpt: which samples the data printout prints when the graph is zoomed.
+struct PrintOptView {
+  std::string caption = "Print Options";
+  bool visible = false;
+  Control Command1{"Entire Record"}, Command2{"Displayed Graph Only"}, Command3{"Cancel"};
+  template <typename F>
+  void ForEach(F&& f) {
+    f("Command1", Command1); f("Command2", Command2); f("Command3", Command3);
+  }
+};
+
+// The six scale profile dialogs (custom, input100mv, input10v, input420 and the two
+// bipolar ones): one parametrised form. Positions of the preview are in twips, origin at
+// the top left of the dialog; the box has its corners at (4000, 1000) and (5920, 3000).
+struct PreviewLine {
+  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+};
+
+struct ProfileDialogView {
+  std::string caption;
+  bool visible = false;
+  bool created = false;  // the stored words are in place
+  int fieldCount = 11;   // entry fields Text1..TextN in use
+  int segmentCount = 10; // preview segments Line1..LineN in use
+  int focus = 1;         // the field that has the focus: 1..17, 18 the unit
+  // Label1..Label17 caption the rows of the entry fields Text1..Text17, top to bottom.
+  Table<Control, 1, 17> Label, Text;
+  Control Text18, Frame1;
+  // Label18 "UNITS"; Label19..Label22 the axis captions under the box; Label23 lowest,
+  // Label24 highest value, Label25 the unit; Label26 and Label27 the profile entry notice.
+  Control Label18, Label19, Label20, Label21, Label22, Label23, Label24, Label25, Label26, Label27;
+  Control Command1, Command2, Command3, Command4;  // OK, Cancel, Close, Clear All
+  Control mnuFile420, mnuOpen1, mnuSave1, mnuPrint;
+  Table<PreviewLine, 1, 20> Line;  // Line1..Line16 the curve; Line17..Line20 the box
+  Table<Box, 19, 25> Place;        // where the preview's labels stand (left, top of the text)
+
+  Control& PreviewLabel(int n) {
+    Control* l[] = {&Label19, &Label20, &Label21, &Label22, &Label23, &Label24, &Label25};
+    if (n < 19 || n > 25) throw Fault(kFaultSubscript);
+    return *l[n - 19];
+  }
+  template <typename F>
+  void ForEach(F&& f) {
+    for (int i = 1; i <= 17; ++i) {
+      const std::string n = std::to_string(i);
+      f(("Label" + n).c_str(), Label[i]);
+      f(("Text" + n).c_str(), Text[i]);
+    }
+    f("Text18", Text18); f("Frame1", Frame1); f("Label18", Label18);
+    f("Label26", Label26); f("Label27", Label27);
+    f("Command1", Command1); f("Command2", Command2); f("Command3", Command3); f("Command4", Command4);
+    f("mnuFile420", mnuFile420); f("mnuOpen1", mnuOpen1); f("mnuSave1", mnuSave1); f("mnuPrint", mnuPrint);
+  }
+};
+
 struct Views {
   Log1View log1;
   FrmPortView frmPort;
@@ -205,6 +260,8 @@ struct Views {
   ProbeDialogView Func1, FUNC2, FUNC3;
   DescribeView Describe;
   SaveOptView SaveOpt;
+  PrintOptView PrintOpt;
+  ProfileDialogView custom, input100mv, input10v, input420, inputbipo100mv, inputbipo10mv;
 };
 
 }  // namespace quillet

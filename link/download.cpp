@@ -1,6 +1,7 @@
 #include "link/download.h"
 
 #include <cmath>
+#include <memory>
 
 #include "hub/app.h"
 #include "core/fault.h"
@@ -25,6 +26,21 @@ constexpr double kLayout2TrailSeconds = 0.08;
 
 void EnableLinkMenus(Log1View& w, bool on) {
   for (Control* c : {&w.mnuFile, &w.mnuSetTime, &w.mnuDownload, &w.mnuDate, &w.mnuHelp, &w.mnuPort}) c->enabled = on;
+}
+
+// The block has been taken off the line and the link is idle again (FinishBlock did that
+// before the unfolding faulted); what was on screen is put back as it was.
+void KeepRecordAfterOversizedBlock(App& app, const SampleRecord& kept) {
+  State& s = app.s;
+  Log1View& w = app.v.log1;
+  s.record = kept;
+  s.link.DownloadPercent = kept.FullSampleCount >= 1 ? 100 : 0;
+  w.Label40.caption = GeneralNumber(kept.RecordSampleCount);
+  w.Label15.visible = false;
+  w.busy = false;
+  EnableLinkMenus(w, true);
+  // The drawing gives back the record's own menus, or says there is nothing to draw.
+  RedrawRecordGraph(app);
 }
 
 }  // namespace
@@ -120,10 +136,15 @@ void BlockReplyEvent(App& app) {
   State& s = app.s;
   Log1View& w = app.v.log1;
   if (L.BlockPhase != 0) {
+    // A logger that reports more samples than a record holds faults in the unfolding.
+    // That ends this action only: the record on screen stays, and the menus come back.
+    const auto kept = std::make_unique<SampleRecord>(s.record);
     try {
       FinishBlock(app);
     } catch (const Fault& f) {
-      throw f.Fatal();
+      if (s.logger.StoredSamples <= kMaxSamples) throw f.Fatal();
+      KeepRecordAfterOversizedBlock(app, *kept);
+      throw;
     }
     return;
   }

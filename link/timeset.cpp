@@ -127,6 +127,30 @@ void TimesetDownClick(App& app, int upDown) {
   app.v.frmTimeset.Text(upDown).caption = std::to_string(Part(app, upDown));
 }
 
+void TimesetTyped(App& app, int part, int value) {
+  int lo = 0, hi = 59;
+  switch (part) {
+    case kMonth: lo = 1; hi = 12; break;
+    case kDay: lo = 1; hi = app.v.frmTimeset.DaysInMonth[Part(app, kMonth)]; break;
+    case kYear: lo = 1980; hi = 2099; break;
+    case kHour: hi = 23; break;
+    case kMinute:
+    case kSecond: break;
+    default: throw Fault(kFaultSubscript, "no such up-down control");
+  }
+  if (value >= lo && value <= hi) {
+    SetPart(app, part, value);
+    if (part == kYear || part == kMonth) {
+      BuildDaysInMonth(app);
+      // A day past the end of the new month becomes its last day.
+      if (Part(app, kDay) > app.v.frmTimeset.DaysInMonth[Part(app, kMonth)]) {
+        SetPart(app, kDay, app.v.frmTimeset.DaysInMonth[Part(app, kMonth)]);
+      }
+    }
+  }
+  WriteParts(app);
+}
+
 void OnTimesetTick(App& app) {
   FrmTimesetView& d = app.v.frmTimeset;
   if (!d.visible) return;

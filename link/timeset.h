@@ -10,6 +10,9 @@ struct App;
 void OpenFrmTimeset(App& app);
 void TimesetUpClick(App& app, int upDown);  // UpDown1..UpDown6: month .. seconds
 void TimesetDownClick(App& app, int upDown);
+// A part typed into its field: taken when it lies in the part's range (the day within
+// its month), otherwise the part stays as it was.
+void TimesetTyped(App& app, int part, int value);
 void OnTimesetTick(App& app);  // the dialog's Timer1
 void SetClock(App& app);       // OK
 void TimesetCancel(App& app);  // Cancel and the close box

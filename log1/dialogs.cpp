@@ -6,6 +6,8 @@
 #include "link/link_supervision.h"
 #include "link/timeset.h"
 #include "measure/probe_table.h"
+#include "printing/print_data.h"
+#include "profiles/profile_dialog.h"
 #include "storage/text_export.h"
 
 namespace quillet {
@@ -21,6 +23,13 @@ void OpenDialog(App& app, DialogId dialog) {
     case DialogId::FUNC3: OpenProbeDialog(app, 3); break;
     case DialogId::Describe: OpenDescribe(app); break;
     case DialogId::SaveOpt: OpenSaveOpt(app); break;
+    case DialogId::custom: OpenProfileDialog(app, ProfileFamily::Custom); break;
+    case DialogId::input100mv: OpenProfileDialog(app, ProfileFamily::Mv100); break;
+    case DialogId::input10v: OpenProfileDialog(app, ProfileFamily::V10); break;
+    case DialogId::input420: OpenProfileDialog(app, ProfileFamily::Ma420); break;
+    case DialogId::inputbipo100mv: OpenProfileDialog(app, ProfileFamily::Bipo100mv); break;
+    case DialogId::inputbipo10mv: OpenProfileDialog(app, ProfileFamily::Bipo10mv); break;
+    case DialogId::PrintOpt: OpenPrintOpt(app); break;
     default: break;
   }
 }

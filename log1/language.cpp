@@ -4,6 +4,7 @@
 #include "core/formatting.h"
 #include "core/language_table.h"
 #include "core/text_file.h"
+#include "profiles/profile_dialog.h"
 
 namespace quillet {
 
@@ -116,6 +117,7 @@ void ApplyLanguage(App& app) {
   app.v.about2.caption = t(44);
   app.v.about2.Command1.caption = t(120);
   FillEditionTexts(app);
+  ApplyProfileLanguage(app);
 
   app.s.lang.CurrentHelpFile = app.s.lang.LanguageHelpFile.at(app.s.settings.LanguageIndex.Value());
   if (app.s.link.LoggerSeen == 1) {
@@ -216,9 +218,39 @@ void OpenAbout2(App& app) {
 
 void About2Close(App& app) { app.v.about2.visible = false; }
 
+namespace {
+
+// Texts that handlers built from language rows (a status line, the sample rate, a
+// readout) stay on screen until their next event. A change of language puts each into
+// the new language at once: a caption is taken for the row whose text it shows.
+void RecaptionShownTexts(App& app, int oldIndex, int newIndex) {
+  const auto& was = app.s.lang.LanguageTable.at(oldIndex);
+  const auto& now = app.s.lang.LanguageTable.at(newIndex);
+  app.v.log1.ForEach([&](const char*, Control& c) {
+    if (c.caption.empty()) return;
+    for (int n = 1; n <= kStrings; ++n) {
+      if (was[n] == c.caption) {
+        c.caption = now[n];
+        return;
+      }
+    }
+  });
+}
+
+bool ValidIndex(const Number& index) { return index.Value() >= 1 && index.Value() <= kLanguages; }
+
+}  // namespace
+
 void MnuLang(App& app) {
+  const Number before = app.s.settings.LanguageIndex;
   ShowModal(app, DialogId::langfrm);
+  const Number& after = app.s.settings.LanguageIndex;
+  const bool changed = ValidIndex(before) && ValidIndex(after) && before.Value() != after.Value();
+  // First what handlers left on screen, then the captions of the table over it.
+  if (changed) RecaptionShownTexts(app, static_cast<int>(before.Value()), static_cast<int>(after.Value()));
   ApplyLanguage(app);
+  // The graph's own texts (the start time under it) are drawn anew.
+  if (changed && app.s.record.RecordSampleCount > 2) RedrawRecordGraph(app);
 }
 
 void MnuHelpCont(App& app) { app.p.ui.ShowHelp(app.s.lang.CurrentHelpFile, HelpCommand::Contents); }

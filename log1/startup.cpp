@@ -2,6 +2,7 @@
 
 #include "hub/app.h"
 #include "log1/language.h"
+#include "core/own_texts.h"
 #include "core/settings_file.h"
 #include "graph/panel.h"
 #include "link/download.h"
@@ -110,8 +111,11 @@ void StartProgram(App& app) {
   // 2
   s.settings.BaudRate = 1200;
   s.settings.EditionFlag = 1;
-  // So that the language dialog has a labelled button while no language is chosen.
-  s.lang.LanguageTable[0][120] = "OK";
+  // So that what start-up can show while no language is chosen (the port message, the
+  // port and language dialogs) has words: English, in language 0.
+  int startupRows = 0;
+  const StartupRow* rows = StartupRows(startupRows);
+  for (int i = 0; i < startupRows; ++i) s.lang.LanguageTable[0][rows[i].row] = rows[i].text;
   // 3
   w.Label8.caption = "Quillet\u00ae";
   w.Label28.caption = "Quillet\u00ae";
@@ -208,8 +212,9 @@ bool EndProgram(App& app) {
     WriteSettings(app);
   } catch (const Fault& f) {
     // Nothing is lost but this run's settings; the old file stays as it was.
-    MessageBox(app, "The settings could not be saved to " + SettingsPath(app) + ".\n\n" + f.what(), "Quillet",
-               MsgButtons::Ok, MsgIcon::Exclamation);
+    std::string text = OwnTextIn(app.s.settings.LanguageIndex.Value(), OwnText::SettingsNotSaved);
+    text.replace(text.find("%1"), 2, SettingsPath(app));
+    MessageBox(app, text + "\n\n" + f.what(), "Quillet", MsgButtons::Ok, MsgIcon::Exclamation);
   }
   return true;
 }

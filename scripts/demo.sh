@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, starts the logger emulator on a pseudo-terminal and
-# starts Quillet with COM 1 pointing at it. Options after -- go to the emulator, e.g.
+# starts Quillet with COM 1 pointing at it. Without a display it shows the same work
+# through quillet-cli instead: live readings, a download with progress, the graph as PNG. Options after -- go to the emulator, e.g.
 #   scripts/demo.sh -- --model 64 --baud 4800 --elapsed 3d
 set -euo pipefail
 ROOT=$(cd "$(dirname "$0")/.." && pwd)
@@ -19,9 +20,28 @@ trap 'kill $SIM_PID 2>/dev/null || true' EXIT
 for _ in $(seq 50); do [ -e "$LINK" ] && break; sleep 0.1; done
 echo "logger emulator on $(head -1 "$RUN_DIR/sim.out") (linked at $LINK)"
 cd "$RUN_DIR"
-if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && [ -z "${QT_QPA_PLATFORM:-}" ]; then
-  echo "no display: running under xvfb-run"
-  QUILLET_COM1="$LINK" xvfb-run -a "$ROOT/build/bin/quillet"
-else
+if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
   QUILLET_COM1="$LINK" "$ROOT/build/bin/quillet"
+  exit 0
 fi
+
+# No screen to show a window on: the same work through the command line, with the files
+# it makes left in the demo folder.
+CLI="$ROOT/build/bin/quillet-cli"
+echo
+echo "No display here, so the window program is not started; quillet-cli does the same work."
+echo "With a display (or under ssh -X), the same command opens the window on the emulator."
+echo
+echo "== three live readings (time, value, unit)"
+"$CLI" live --port "$LINK" --count 3
+echo
+echo "== downloading the logger's memory (progress on the way)"
+"$CLI" download --port "$LINK" --out "$RUN_DIR/demo-record.txt" --raw "$RUN_DIR/demo"
+echo
+echo "== the graph of the record, as the window draws it"
+"$CLI" render "$RUN_DIR/demo-record.txt" --out "$RUN_DIR/demo-graph.png" --size 1200x600
+echo
+echo "Files in $RUN_DIR:"
+echo "  demo-record.txt   the record (open it in Quillet, or in a spreadsheet: tab separated from line 14)"
+echo "  demo-graph.png    its graph"
+echo "  demo.header.bin, demo.block.bin   the logger's raw header and memory"

@@ -1,10 +1,16 @@
 #include "ui/dialogs.h"
 #include "measure/probe_table.h"
 #include <QButtonGroup>
+#include <QIntValidator>
+#include <algorithm>
 
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QWheelEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -16,6 +22,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "core/own_texts.h"
 #include "hub/app.h"
 #include "log1/language.h"
 #include "graph/annotation.h"
@@ -40,7 +47,11 @@ QPushButton* Button(QWidget* parent, const char* name) {
 }
 }  // namespace
 
-ShellDialog::ShellDialog(App& app, QWidget* parent) : QDialog(parent), app_(app) { setModal(true); }
+ShellDialog::ShellDialog(App& app, QWidget* parent) : QDialog(parent), app_(app) {
+  setModal(true);
+  // A dialog, not a window: a title and a close box, nothing to minimise or maximise.
+  setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+}
 
 void ShellDialog::Run(const std::function<void()>& action) { Dispatch(app_, action); }
 
@@ -100,7 +111,8 @@ void PortDialog::Opening() {
   // Which device each choice means here, looked up afresh at each opening.
   for (int n = 1; n <= 4; ++n) {
     const std::string device = app_.p.transport.DeviceName(n);
-    devices_[n - 1]->setText(device.empty() ? tr("(no device)") : QString::fromStdString(device));
+    devices_[n - 1]->setText(QString::fromStdString(
+        device.empty() ? OwnTextIn(app_.s.settings.LanguageIndex.Value(), OwnText::NoDevice) : device));
   }
 }
 
@@ -189,9 +201,19 @@ TimesetDialog::TimesetDialog(App& app, QWidget* parent) : ShellDialog(app, paren
     caption->setObjectName(QString("Label%1").arg(n));
     auto* text = new QLineEdit(this);
     text->setObjectName(QString("Text%1").arg(n));
-    text->setReadOnly(true);
     text->setAlignment(Qt::AlignRight);
     text->setMaximumWidth(70);
+    text->setValidator(new QIntValidator(0, 9999, text));
+    text->installEventFilter(this);
+    connect(text, &QLineEdit::editingFinished, this, [this, n, text] {
+      if (!text->isModified()) return;
+      text->setModified(false);
+      const int value = text->text().toInt();
+      Run([this, n, value] { TimesetTyped(app_, n, value); });
+      // A value out of range leaves the part as it was: show it again.
+      text->setText(QString::fromStdString(app_.v.frmTimeset.Text(n).caption));
+    });
+    fields_[n - 1] = text;
     auto* upDown = new QWidget(this);
     upDown->setObjectName(QString("UpDown%1").arg(n));
     auto* arrows = new QVBoxLayout(upDown);
@@ -240,6 +262,33 @@ void TimesetDialog::MirrorView() {
 }
 
 void TimesetDialog::CloseBox() { Run([this] { TimesetCancel(app_); }); }
+
+bool TimesetDialog::eventFilter(QObject* watched, QEvent* event) {
+  // The arrow keys and the mouse wheel step a field as its small arrows do.
+  for (int n = 1; n <= 6; ++n) {
+    if (watched != fields_[n - 1]) continue;
+    int step = 0;
+    if (event->type() == QEvent::KeyPress) {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (key == Qt::Key_Up) step = 1;
+      if (key == Qt::Key_Down) step = -1;
+    } else if (event->type() == QEvent::Wheel) {
+      const int dy = static_cast<QWheelEvent*>(event)->angleDelta().y();
+      step = dy > 0 ? 1 : dy < 0 ? -1 : 0;
+    }
+    if (step == 0) return false;
+    fields_[n - 1]->setModified(false);
+    Run([this, n, step] {
+      if (step > 0) {
+        TimesetUpClick(app_, n);
+      } else {
+        TimesetDownClick(app_, n);
+      }
+    });
+    return true;
+  }
+  return QDialog::eventFilter(watched, event);
+}
 
 // ---- Func1, FUNC2, FUNC3 --------------------------------------------------------------
 
@@ -397,7 +446,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   sideLayout->setContentsMargins(0, 0, 0, 0);
   search_ = new QLineEdit(side);
   search_->setObjectName("helpSearch");
-  search_->setPlaceholderText(tr("Type a keyword"));
+  search_->setPlaceholderText(QString::fromStdString(OwnTextIn(1, OwnText::TypeAKeyword)));
   keywords_ = new QListWidget(side);
   keywords_->setObjectName("helpKeywords");
   sideLayout->addWidget(search_);
@@ -408,14 +457,42 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   split->addWidget(side);
   split->addWidget(browser_);
   split->setStretchFactor(1, 3);
+  split->setChildrenCollapsible(false);
+  keywords_->setMinimumWidth(200);
+  split_ = split;
   layout->addWidget(split);
   connect(search_, &QLineEdit::textChanged, this, &HelpWindow::FilterKeywords);
   connect(search_, &QLineEdit::returnPressed, this, [this] {
-    if (keywords_->count() > 0) GoTo(keywords_->item(0));
+    QListWidgetItem* item = keywords_->currentItem();
+    if (item && !item->isHidden()) GoTo(item);
   });
   connect(keywords_, &QListWidget::itemActivated, this, &HelpWindow::GoTo);
   connect(keywords_, &QListWidget::itemClicked, this, &HelpWindow::GoTo);
   resize(900, 640);
+}
+
+void HelpWindow::SetLanguage(double languageIndex) {
+  language_ = languageIndex;
+  search_->setPlaceholderText(QString::fromStdString(OwnTextIn(language_, OwnText::TypeAKeyword)));
+}
+
+void HelpWindow::PlaceOnScreen() {
+  // Whole on the screen the main window is on, with room for the index beside the text.
+  QWidget* owner = parentWidget();
+  QScreen* screen = owner && owner->screen() ? owner->screen() : QGuiApplication::primaryScreen();
+  if (!screen) return;
+  const QRect avail = screen->availableGeometry();
+  const int margin = 40;
+  const QSize size(std::min(960, avail.width() - margin), std::min(700, avail.height() - margin));
+  resize(size);
+  const int frameExtra = frameGeometry().height() - geometry().height();
+  QRect place(QPoint(0, 0), size);
+  place.moveCenter(owner && owner->isVisible() ? owner->frameGeometry().center() : avail.center());
+  place.moveLeft(std::clamp(place.left(), avail.left(), avail.right() - size.width()));
+  place.moveTop(std::clamp(place.top(), avail.top(), avail.bottom() - size.height() - std::max(0, frameExtra)));
+  move(place.topLeft());
+  const int side = std::max(keywords_->minimumWidth(), keywords_->sizeHintForColumn(0) + 24);
+  split_->setSizes({side, std::max(300, size.width() - side)});
 }
 
 bool HelpWindow::Load(const QString& path) {
@@ -425,7 +502,8 @@ bool HelpWindow::Load(const QString& path) {
   file_ = path;
   browser_->setSearchPaths({QFileInfo(path).absolutePath()});
   browser_->setHtml(html);
-  setWindowTitle(browser_->documentTitle().isEmpty() ? tr("Help") : browser_->documentTitle());
+  setWindowTitle(browser_->documentTitle().isEmpty() ? QString::fromStdString(OwnTextIn(language_, OwnText::Help))
+                                                    : browser_->documentTitle());
   keywords_->clear();
   static const QRegularExpression heading(R"re(<h[23][^>]*id="([^"]+)"[^>]*>(.*?)</h[23]>)re",
                                           QRegularExpression::DotMatchesEverythingOption |
@@ -445,13 +523,16 @@ bool HelpWindow::Load(const QString& path) {
 void HelpWindow::ShowContents() {
   search_->clear();
   browser_->moveCursor(QTextCursor::Start);
-  browser_->scrollToAnchor("contents");
+  anchor_ = "contents";
+  browser_->scrollToAnchor(anchor_);
+  if (!isVisible()) PlaceOnScreen();
   show();
   raise();
   activateWindow();
 }
 
 void HelpWindow::ShowSearch() {
+  if (!isVisible()) PlaceOnScreen();
   show();
   raise();
   activateWindow();
@@ -464,11 +545,20 @@ void HelpWindow::FilterKeywords(const QString& text) {
     QListWidgetItem* item = keywords_->item(i);
     item->setHidden(!text.isEmpty() && !item->text().contains(text, Qt::CaseInsensitive));
   }
+  // The first entry that matches is the one Enter opens.
+  QListWidgetItem* first = nullptr;
+  for (int i = 0; i < keywords_->count() && !first; ++i) {
+    if (!keywords_->item(i)->isHidden()) first = keywords_->item(i);
+  }
+  keywords_->setCurrentItem(first);
+  if (first) keywords_->scrollToItem(first);
   if (!text.isEmpty()) browser_->find(text);
 }
 
 void HelpWindow::GoTo(QListWidgetItem* item) {
-  if (item) browser_->scrollToAnchor(item->data(Qt::UserRole).toString());
+  if (!item) return;
+  anchor_ = item->data(Qt::UserRole).toString();
+  browser_->scrollToAnchor(anchor_);
 }
 
 }  // namespace quillet

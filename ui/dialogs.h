@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QSplitter>
 
 namespace quillet {
 struct App;
@@ -85,6 +86,10 @@ class TimesetDialog : public ShellDialog {
 
  protected:
   void CloseBox() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QLineEdit* fields_[6] = {};
 };
 
 // Func1, FUNC2 and FUNC3: the probes of one group, in three boxes of ten choices.
@@ -141,6 +146,11 @@ class HelpWindow : public QWidget {
   void ShowContents();
   void ShowSearch();
   QString CurrentFile() const { return file_; }
+  QString CurrentAnchor() const { return anchor_; }  // the section last gone to
+  // The viewer's own words follow the selected language.
+  void SetLanguage(double languageIndex);
+  // Sizes the window to fit the screen the main window is on, centred on it.
+  void PlaceOnScreen();
 
  private:
   void FilterKeywords(const QString& text);
@@ -148,7 +158,10 @@ class HelpWindow : public QWidget {
   QTextBrowser* browser_;
   QLineEdit* search_;
   QListWidget* keywords_;
+  QSplitter* split_ = nullptr;
   QString file_;
+  QString anchor_;
+  double language_ = 1;
 };
 
 }  // namespace quillet

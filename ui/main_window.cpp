@@ -13,12 +13,16 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPrinter>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
+#include "core/own_texts.h"
 #include "hub/app.h"
 #include "core/fault.h"
 #include "log1/language.h"
@@ -34,6 +38,12 @@
 #include "storage/text_export.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
+#include "log1/scale_menu.h"
+#include "ui/profile_dialog.h"
+#include "printing/print_data.h"
+#include "printing/print_graph.h"
+#include "ui/print_opt_dialog.h"
+#include "ui/printer_surface.h"
 
 namespace quillet {
 
@@ -88,6 +98,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
   BuildMenus();
   BuildCentral();
   resize(1100, 760);
+  // Below this the plot gets too low to read and the panel's lines pile up.
+  setMinimumSize(kMinimumWidth, kMinimumHeight);
 }
 
 MainWindow::~MainWindow() = default;
@@ -130,14 +142,14 @@ void MainWindow::BuildMenus() {
   AddAction(file, "mnuSaveTXT", MnuSaveTXT);
   AddAction(file, "mnuOpen", MnuOpen);
   file->addSeparator();
-  AddAction(file, "mnuPGraph", nullptr);
-  AddAction(file, "mnuPData", nullptr);
+  AddAction(file, "mnuPGraph", PrintGraph);
+  AddAction(file, "mnuPData", PrintData);
   AddAction(file, "mnuGClip", CopyGraphToClipboard);
   file->addSeparator();
   QMenu* scaling = AddMenu(file, "mnuScaling");
-  AddAction(scaling, "mnu420sca", nullptr);
-  AddAction(scaling, "mnu100sca", nullptr);
-  AddAction(scaling, "mnu10sca", nullptr);
+  AddAction(scaling, "mnu420sca", Mnu420sca);
+  AddAction(scaling, "mnu100sca", Mnu100sca);
+  AddAction(scaling, "mnu10sca", Mnu10sca);
   file->addSeparator();
   AddAction(file, "mnuLang", MnuLang);
   file->addSeparator();
@@ -155,7 +167,7 @@ void MainWindow::BuildMenus() {
   AddAction(func, "func02", Func02);
   AddAction(func, "func03", Func03);
 
-  AddBarCommand("mnuScale", nullptr);
+  AddBarCommand("mnuScale", MnuScale);
 
   QMenu* date = AddMenu(nullptr, "mnuDate");
   AddAction(date, "mnuUsa", MnuUsa, true);
@@ -166,6 +178,18 @@ void MainWindow::BuildMenus() {
   AddAction(help, "mnuHelpIndex", MnuHelpIndex);
   help->addSeparator();
   AddAction(help, "mnuHelpAbout", MnuHelpAbout);
+
+  // The usual keys, beside the mnemonics of the captions.
+  const std::pair<const char*, QKeySequence> keys[] = {
+      {"mnuOpen", QKeySequence(Qt::CTRL | Qt::Key_O)},   {"mnuSaveTXT", QKeySequence(Qt::CTRL | Qt::Key_S)},
+      {"mnuPGraph", QKeySequence(Qt::CTRL | Qt::Key_P)}, {"mnuExit", QKeySequence(Qt::CTRL | Qt::Key_Q)},
+      {"mnuHelpCont", QKeySequence(Qt::Key_F1)}};
+  for (const auto& [name, key] : keys) {
+    if (QAction* a = findChild<QAction*>(name)) {
+      a->setShortcut(key);
+      a->setShortcutContext(Qt::ApplicationShortcut);
+    }
+  }
 }
 
 QLabel* MainWindow::AddLabel(QWidget* parent, const char* name) {
@@ -322,6 +346,9 @@ void MainWindow::BuildCentral() {
   auto* status = new QHBoxLayout;
   for (const char* name : {"Label15", "Label16"}) {
     auto* l = AddLabel(central, name);
+    // The work line is as wide as its longest text, so the save note beside it keeps
+    // its place whichever text stands there, or none.
+    if (std::string(name) == "Label15") l->setMinimumWidth(kStatusWidth);
     l->setAutoFillBackground(true);
     QPalette dark = l->palette();
     dark.setColor(QPalette::Window, QColor(40, 40, 48));
@@ -367,6 +394,15 @@ void MainWindow::Attach(App& app) {
   dialogs_[DialogId::FUNC3] = new ProbeGroupDialog(app, 3, this);
   dialogs_[DialogId::Describe] = new DescribeDialog(app, this);
   dialogs_[DialogId::SaveOpt] = new SaveOptDialog(app, this);
+  dialogs_[DialogId::custom] = new ProfileDialog(app, ProfileFamily::Custom, this);
+  dialogs_[DialogId::input100mv] = new ProfileDialog(app, ProfileFamily::Mv100, this);
+  dialogs_[DialogId::input10v] = new ProfileDialog(app, ProfileFamily::V10, this);
+  dialogs_[DialogId::input420] = new ProfileDialog(app, ProfileFamily::Ma420, this);
+  dialogs_[DialogId::inputbipo100mv] = new ProfileDialog(app, ProfileFamily::Bipo100mv, this);
+  dialogs_[DialogId::inputbipo10mv] = new ProfileDialog(app, ProfileFamily::Bipo10mv, this);
+  dialogs_[DialogId::PrintOpt] = new PrintOptDialog(app, this);
+  printer_ = std::make_unique<QtPrinterSurface>(this);
+  app.p.printer = printer_.get();
   help_ = new HelpWindow(this);
 }
 
@@ -381,6 +417,24 @@ MsgAnswer MainWindow::Message(const MessageRequest& r) {
     case MsgButtons::YesNoCancel:
       order << box.addButton(QMessageBox::Yes) << box.addButton(QMessageBox::No) << box.addButton(QMessageBox::Cancel);
       break;
+  }
+  // The buttons speak the selected language: OK and Cancel from the language table (a
+  // row left empty keeps the platform's word), Yes and No from the program's own.
+  const double language = app_ ? app_->s.settings.LanguageIndex.Value() : 0;
+  auto rowText = [this, language](int row) -> QString {
+    if (!app_ || !(language >= 0 && language <= 8)) return {};
+    return QString::fromStdString(app_->s.lang.LanguageTable.at(language)[row]);
+  };
+  for (QAbstractButton* b : order) {
+    QString word;
+    switch (box.standardButton(b)) {
+      case QMessageBox::Ok: word = rowText(120); break;
+      case QMessageBox::Cancel: word = rowText(119); break;
+      case QMessageBox::Yes: word = QString::fromStdString(OwnTextIn(language, OwnText::Yes)); break;
+      case QMessageBox::No: word = QString::fromStdString(OwnTextIn(language, OwnText::No)); break;
+      default: break;
+    }
+    if (!word.isEmpty()) b->setText(word);
   }
   if (r.defaultButton >= 1 && r.defaultButton <= order.size()) {
     box.setDefaultButton(qobject_cast<QPushButton*>(order[r.defaultButton - 1]));
@@ -399,7 +453,8 @@ void MainWindow::ShowModal(DialogId id) {
   if (!dlg || !dlg->LogicVisible()) return;
   dlg->MirrorView();
   dlg->Opening();
-  dlg->adjustSize();
+  if (!dlg->isVisible()) dlg->setWindowModality(Qt::ApplicationModal);
+  FitDialog(dlg);
   dlg->show();
   dlg->raise();
   dlg->activateWindow();
@@ -408,6 +463,61 @@ void MainWindow::ShowModal(DialogId id) {
   loop.exec(QEventLoop::DialogExec);
   modalLoops_.remove(id);
   dlg->hide();
+}
+
+void MainWindow::FitDialog(QDialog* dlg) const {
+  // Fixed at the size its controls need in the present language, centred on the window.
+  // The width its shell was built with is a floor: wrapped texts read better at it.
+  if (!dlg->property("builtMinimumWidth").isValid()) dlg->setProperty("builtMinimumWidth", dlg->minimumWidth());
+  const int floorWidth = dlg->property("builtMinimumWidth").toInt();
+  dlg->setMinimumSize(floorWidth, 0);
+  dlg->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  QLayout* layout = dlg->layout();
+  if (layout) layout->activate();
+  dlg->adjustSize();
+  // Wide enough for its title beside the window manager's buttons, too.
+  const int titleWidth = dlg->fontMetrics().horizontalAdvance(dlg->windowTitle()) + kTitleAllowance;
+  const int width = std::max({dlg->width(), titleWidth, floorWidth});
+  // Wrapped texts take the height they need at that width.
+  int height = dlg->height();
+  if (layout && layout->hasHeightForWidth()) height = std::max(layout->totalMinimumSize().height(),
+                                                               layout->totalHeightForWidth(width));
+  dlg->setFixedSize(width, height);
+  CentreOnWindow(dlg);
+}
+
+void MainWindow::CentreOnWindow(QWidget* w) const {
+  const QRect area = isVisible() ? frameGeometry() : (screen() ? screen()->availableGeometry() : QRect());
+  if (area.isEmpty()) return;
+  QRect place(QPoint(0, 0), w->size());
+  place.moveCenter(area.center());
+  w->move(place.topLeft());
+}
+
+void MainWindow::ShowModeless(DialogId id) {
+  ShellDialog* dlg = dialogs_.value(id, nullptr);
+  if (!dlg || !dlg->LogicVisible()) return;
+  if (!dlg->isVisible()) dlg->setWindowModality(Qt::NonModal);
+  dlg->MirrorView();
+  dlg->Opening();
+  FitDialog(dlg);
+  dlg->show();
+  dlg->raise();
+  dlg->activateWindow();
+}
+
+void MainWindow::PrintDialogImage(DialogId id) {
+  ShellDialog* dlg = dialogs_.value(id, nullptr);
+  if (!dlg) return;
+  // The default printer; QUILLET_PRINT_PDF names a PDF file to print to instead, for
+  // scripted runs and tests.
+  QPrinter printer(QPrinter::HighResolution);
+  const QString pdf = qEnvironmentVariable("QUILLET_PRINT_PDF");
+  if (!pdf.isEmpty()) {
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pdf);
+  }
+  quillet::PrintDialogImage(dlg, printer);
 }
 
 void MainWindow::PaintGraph(const std::function<void(DrawSurface&)>& draw) { graph_->Paint(draw); }
@@ -436,19 +546,25 @@ void MainWindow::Refresh() {
 
 void MainWindow::Beep() { QApplication::beep(); }
 
-std::string MainWindow::OpenFileDialog(const std::string& filter) {
-  const QString path = QFileDialog::getOpenFileName(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter));
+std::string MainWindow::RunFileDialog(const std::string& filter, bool save) {
+  QFileDialog dialog(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter));
+  dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  // The logic asks about an existing file itself, and adds the extension by its own rule.
+  if (save) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  // Names, sizes and dates side by side, with room to read them.
+  dialog.setViewMode(QFileDialog::Detail);
+  dialog.resize(kFileDialogWidth, kFileDialogHeight);
+  CentreOnWindow(&dialog);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) throw Fault(kFaultCancel);
+  const QString path = dialog.selectedFiles().constFirst();
   if (path.isEmpty()) throw Fault(kFaultCancel);
   return path.toStdString();
 }
 
-std::string MainWindow::SaveFileDialog(const std::string& filter) {
-  // The logic asks about an existing file itself, and adds the extension by its own rule.
-  const QString path = QFileDialog::getSaveFileName(isVisible() ? this : nullptr, QString(), QString(), QtFilter(filter),
-                                                    nullptr, QFileDialog::DontConfirmOverwrite);
-  if (path.isEmpty()) throw Fault(kFaultCancel);
-  return path.toStdString();
-}
+std::string MainWindow::OpenFileDialog(const std::string& filter) { return RunFileDialog(filter, false); }
+
+std::string MainWindow::SaveFileDialog(const std::string& filter) { return RunFileDialog(filter, true); }
 
 void MainWindow::PutGraphOnClipboard() {
   // The picture the last drawing left, without the zoom rectangle over it; before any
@@ -465,8 +581,11 @@ void MainWindow::PutGraphOnClipboard() {
 
 void MainWindow::ShowHelp(const std::string& helpFile, HelpCommand command) {
   const QString path = QString::fromStdString(app_->p.places.programDir + "/" + helpFile);
+  const double language = app_->s.settings.LanguageIndex.Value();
+  help_->SetLanguage(language);
   if (helpFile.empty() || !help_->Load(path)) {
-    QMessageBox::warning(this, tr("Help"), tr("The help file %1 could not be opened.").arg(path));
+    QMessageBox::warning(this, QString::fromStdString(OwnTextIn(language, OwnText::Help)),
+                         QString::fromStdString(OwnTextIn(language, OwnText::HelpFileMissing)).arg(path));
     return;
   }
   if (command == HelpCommand::KeywordSearch) {

@@ -67,7 +67,8 @@ void Mirror::Apply(Target& t, const Control& c) {
     button->setText(text);
     if (button->isCheckable() && button->isChecked() != c.checked) button->setChecked(c.checked);
   } else if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
-    if (edit->text() != text) edit->setText(text);
+    // A field the user is typing in keeps the typing until it is done.
+    if (edit->text() != text && !(edit->hasFocus() && edit->isModified())) edit->setText(text);
   } else if (auto* bar = qobject_cast<QProgressBar*>(widget)) {
     bar->setValue(static_cast<int>(c.value));
   }

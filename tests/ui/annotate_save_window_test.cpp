@@ -12,7 +12,7 @@
 
 #include "log1/language.h"
 #include "ui/dialogs.h"
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace quillet {
 namespace {
@@ -22,7 +22,7 @@ using testing::WhenModal;
 // The window with the shipped language file in English and a complete record of three
 // samples, 1.5, 2.5 and 3.5, saved and not zoomed.
 struct WindowWithRecord : testing::WindowProgram {
-  WindowWithRecord() : WindowProgram(std::nullopt) {
+  WindowWithRecord() : WindowProgram() {
     Dispatch(*app, [this] {
       LoadLanguageTable(*app);
       app->s.settings.LanguageIndex = 1;

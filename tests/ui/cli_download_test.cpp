@@ -1,7 +1,7 @@
 // quillet-cli download and decode: the record files they write, and their refusals.
 #include <gtest/gtest.h>
 
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace {
 

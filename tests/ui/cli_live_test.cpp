@@ -3,7 +3,7 @@
 
 #include <QRegularExpression>
 
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <cmath>
 
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace {
 

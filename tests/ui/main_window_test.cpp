@@ -15,7 +15,7 @@
 #include "log1/language.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace quillet {
 namespace {
@@ -27,7 +27,7 @@ QString Word(WindowProgram& p, int language, int n) {
 }
 
 TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguageAndRecaptionsAtOnceOnAChange) {
-  WindowProgram p;
+  WindowProgram p(SettingsText(1, 1, 1200));
   p.StartDismissing();  // the unavailable device brings a message and the port dialog
   QStringList top;
   for (QAction* a : p.window.menuBar()->actions())
@@ -68,7 +68,7 @@ TEST(MainWindow, StartsWithEveryMenuCaptionedInTheChosenLanguageAndRecaptionsAtO
 }
 
 TEST(MainWindow, HelpOpensTheLanguagesFileAtItsContentsOrWithTheKeywordSearch) {
-  WindowProgram p;
+  WindowProgram p(SettingsText(1, 1, 1200));
   p.StartDismissing();
   p.Action("mnuHelpCont")->trigger();
   HelpWindow* help = p.window.Help();
@@ -85,7 +85,7 @@ TEST(MainWindow, HelpOpensTheLanguagesFileAtItsContentsOrWithTheKeywordSearch) {
 }
 
 TEST(MainWindow, OpenShowsTheFileDialogForTextFilesAndReadsTheChosenRecord) {
-  WindowProgram p;
+  WindowProgram p(SettingsText(1, 1, 1200));
   p.StartDismissing();
   const QString path = p.dir.path() + "/record.txt";
   QFile f(path);
@@ -117,7 +117,7 @@ TEST(MainWindow, OpenShowsTheFileDialogForTextFilesAndReadsTheChosenRecord) {
 }
 
 TEST(MainWindow, FirstStartWithNoSettingsAsksForALanguageWithOkAndNoCancel) {
-  WindowProgram p(std::nullopt);
+  WindowProgram p;  // no settings file
   bool cancelShown = true, stayedOpen = false;
   testing::WhenModal user("", [&](QWidget* w) {
     if (w->objectName() != "langfrm") return testing::Dismiss(w);  // the port message comes first
@@ -137,7 +137,7 @@ TEST(MainWindow, FirstStartWithNoSettingsAsksForALanguageWithOkAndNoCancel) {
 }
 
 TEST(MainWindow, TheTimeSetDialogStepsItsPartsRunsItsClockAndSetsTheOffsetAtOk) {
-  WindowProgram p;
+  WindowProgram p(SettingsText(1, 1, 1200));
   p.StartDismissing();
   QString title, monthCaption, hourBefore, hourAfter, timeShown;
   testing::WhenModal user("frmTimeset", [&](QWidget* w) {
@@ -163,7 +163,7 @@ TEST(MainWindow, TheTimeSetDialogStepsItsPartsRunsItsClockAndSetsTheOffsetAtOk) 
 }
 
 TEST(MainWindow, CtrlWUnlocksTheCalibrationButtonsAndTheGraphKeepsItsSizeWhileStatusLinesComeAndGo) {
-  WindowProgram p;
+  WindowProgram p(SettingsText(1, 1, 1200));
   p.StartDismissing();
   auto* high = p.Find<QPushButton>("Command5");
   EXPECT_FALSE(high->isEnabled());

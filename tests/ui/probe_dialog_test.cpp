@@ -7,13 +7,13 @@
 
 #include "measure/probe_table.h"
 #include "ui/dialogs.h"
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace quillet {
 namespace {
 
 TEST(ProbeDialog, Func1ShowsTheFirstGroupOfTheShippedFileAndTakesTheChoice) {
-  testing::WindowProgram p(std::nullopt);
+  testing::WindowProgram p;
   App& app = *p.app;
   MainWindow& window = p.window;
   app.s.logger.LoggerSerial = 12;

@@ -1,7 +1,7 @@
 // The Qt port layer and the link logic against quillet-sim over a real pseudo-terminal.
 #include <gtest/gtest.h>
 
-#include "window_program.h"
+#include "ui/window_program.h"
 
 namespace quillet {
 namespace {
@@ -10,7 +10,7 @@ using testing::EmulatorProcess;
 using testing::WindowProgram;
 
 struct LinkedProgram : WindowProgram {
-  LinkedProgram() : WindowProgram(testing::SettingsOptions{1, 1, 1200, 0, 1, {}, ""}, true) {}
+  LinkedProgram() : WindowProgram(SettingsText(1, 1, 1200), true) {}
   QString Link() const { return dir.path() + "/tty"; }
   void StartProgram() {
     Dispatch(*app, [this] { quillet::StartProgram(*app); });

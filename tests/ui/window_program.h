@@ -13,7 +13,6 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
-#include <optional>
 
 #include "hub/app.h"
 #include "link/link_supervision.h"
@@ -24,7 +23,14 @@
 #include "ui/qt_platform.h"
 #include "ui/serial_transport.h"
 
-namespace quillet::testing {
+namespace quillet {
+
+// logger1.ini with the given port, language and speed, degrees Celsius and US dates.
+inline QString SettingsText(int port, int language, int baud) {
+  return QString::fromStdString(testing::SettingsFileText({port, language, baud, 0, 1, {}, ""}));
+}
+
+namespace testing {
 
 // quillet-sim on a pseudo-terminal reachable through `link`, for as long as it lives.
 class EmulatorProcess {
@@ -95,19 +101,17 @@ struct DismissModals : WhenModal {
   DismissModals() : WhenModal("", Dismiss) {}
 };
 
-// A window program with the shipped language and help files and, unless told otherwise,
-// logger1.ini in a fresh folder. COM 1 is a device that does not exist, or with `linked`
-// the pseudo-terminal link "tty" in that folder.
+// A window program with the shipped language and help files and the settings file given
+// (none when empty) in a fresh folder. COM 1 is a device that does not exist, or with
+// `linked` the pseudo-terminal link "tty" in that folder.
 struct WindowProgram {
-  explicit WindowProgram(std::optional<SettingsOptions> settings = SettingsOptions{1, 1, 1200, 0, 1, {}, ""},
-                         bool linked = false) {
-    if (settings) {
+  explicit WindowProgram(const QString& settings = QString(), bool linked = false) {
+    if (!settings.isEmpty()) {
       QFile f(dir.path() + "/logger1.ini");
       f.open(QIODevice::WriteOnly);
-      f.write(QByteArray::fromStdString(SettingsFileText(*settings)));
+      f.write(settings.toUtf8());
     }
-    qputenv("QUILLET_COM1",
-            linked ? (dir.path() + "/tty").toUtf8() : QByteArray(QUILLET_BIN_DIR "/no-such-device"));
+    qputenv("QUILLET_COM1", linked ? (dir.path() + "/tty").toUtf8() : QByteArray(QUILLET_BIN_DIR "/no-such-device"));
     platform = std::make_unique<Platform>(Platform{window, clock, timers, poster, transport,
                                                    FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}});
     app = std::make_unique<App>(*platform, Log1Hooks());
@@ -149,4 +153,9 @@ struct WindowProgram {
   std::unique_ptr<App> app;
 };
 
-}  // namespace quillet::testing
+}  // namespace testing
+
+using testing::DismissModals;
+using testing::WindowProgram;
+
+}  // namespace quillet

@@ -1,0 +1,51 @@
+#pragma once
+// A started application for the profile dialogs: language strings read "en<n>", no
+// logger, and helpers that act as the user does in a dialog.
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/formatting.h"
+#include "hub/app.h"
+#include "profiles/profile_dialog.h"
+#include "profiles/profile_family.h"
+#include "profiles/profile_file.h"
+#include "support/fake_platform.h"
+
+namespace quillet::testing {
+
+struct ProfileApp : TestApp {
+  ProfileApp() {
+    WriteTwoLanguageFile();
+    WriteSettings(1, 1, 1200, 0, 0);
+    Start();
+  }
+  void Do(const std::function<void()>& action) { Dispatch(*app, action); }
+  ProfileDialogView& v(ProfileFamily f) { return ProfileView(*app, f); }
+  ProfileDialogState& d(ProfileFamily f) { return ProfileDialogOf(*app, f); }
+  ProfileState& P() { return app->s.profiles; }
+  std::string& unit() { return app->s.logger.LiveUnitText; }
+  void Open(ProfileFamily f) { Do([&] { OpenProfileDialog(*app, f); }); }
+  // Types a text into a field and presses Enter.
+  void Type(ProfileFamily f, int field, const std::string& text) {
+    Do([&] {
+      v(f).Text[field].caption = text;
+      ProfileFieldEnter(*app, f, field);
+    });
+  }
+  // The table, slope or entry cells of a family over its knots, as texts ("" for none).
+  std::vector<std::string> Cells(ProfileFamily f, char which) {
+    const ProfileFamilySpec& s = FamilySpec(f);
+    std::vector<std::string> out;
+    for (int i = s.F; i <= s.L; ++i) {
+      const Cell& c = which == 'T'   ? TableCells(app->s.scales, s)[i]
+                      : which == 'S' ? SlopeCells(app->s.scales, s)[i]
+                                     : Entries(app->s.scales, s)[i];
+      out.push_back(CellText(c));
+    }
+    return out;
+  }
+  std::string Path(const std::string& name) const { return dir + "/" + name; }
+};
+
+}  // namespace quillet::testing
