@@ -190,14 +190,45 @@ void ScriptedUi::ShowModal(DialogId dialog) {
       case DialogId::SaveOpt:
         SaveOptCancel(*app);
         break;
+      default:  // dialogs whose tests answer them themselves
+        break;
     }
   }
   if (!app) return;
   const Views& v = app->v;
-  const bool open[] = {v.frmPort.visible,    v.langfrm.visible,  v.about2.visible,
-                       v.frmTimeset.visible, v.Func1.visible,    v.FUNC2.visible,
-                       v.FUNC3.visible,      v.Describe.visible, v.SaveOpt.visible};
-  if (open[static_cast<int>(dialog)]) ADD_FAILURE() << "a modal dialog was left open by the test's user";
+  bool open = false;
+  switch (dialog) {
+    case DialogId::frmPort:
+      open = v.frmPort.visible;
+      break;
+    case DialogId::langfrm:
+      open = v.langfrm.visible;
+      break;
+    case DialogId::about2:
+      open = v.about2.visible;
+      break;
+    case DialogId::frmTimeset:
+      open = v.frmTimeset.visible;
+      break;
+    case DialogId::Func1:
+      open = v.Func1.visible;
+      break;
+    case DialogId::FUNC2:
+      open = v.FUNC2.visible;
+      break;
+    case DialogId::FUNC3:
+      open = v.FUNC3.visible;
+      break;
+    case DialogId::Describe:
+      open = v.Describe.visible;
+      break;
+    case DialogId::SaveOpt:
+      open = v.SaveOpt.visible;
+      break;
+    default:
+      break;  // dialogs whose tests answer them themselves
+  }
+  if (open) ADD_FAILURE() << "a modal dialog was left open by the test's user";
 }
 
 namespace {
