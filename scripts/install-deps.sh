@@ -9,7 +9,7 @@ PACKAGES=(
   qt6-base-dev qt6-serialport-dev libqt6serialport6 zlib1g-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth xclip xdotool socat poppler-utils icewm
-  fonts-liberation2 gnuplot-nox python3-matplotlib imagemagick hyperfine
+  fonts-liberation2 gnuplot-nox python3-matplotlib imagemagick hyperfine gcovr
   enscript ghostscript
 )
 

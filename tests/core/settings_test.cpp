@@ -6,17 +6,18 @@
 #include "core/settings_file.h"
 #include "log1/startup.h"
 #include "support/fake_platform.h"
+#include "support/settings_text.h"
 
 namespace quillet {
 namespace {
 
+using testing::StartedApp;
 using testing::TestApp;
 
 std::vector<std::string> Lines(const std::string& text) {
   std::vector<std::string> out;
   std::istringstream in(text);
-  std::string line;
-  while (std::getline(in, line)) out.push_back(line);
+  for (std::string line; std::getline(in, line);) out.push_back(line);
   return out;
 }
 
@@ -24,19 +25,15 @@ TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
   TestApp t;
   t.WriteTwoLanguageFile();
   t.Start();
-  EXPECT_EQ(t.app->s.settings.ComPort, 1);  // the fall-back port
+  EXPECT_EQ(t.s().settings.ComPort, 1);  // the fall-back port
   ASSERT_TRUE(EndProgram(*t.app));
   const auto lines = Lines(t.ReadFile("logger1.ini"));
   ASSERT_EQ(lines.size(), 81u);
-  EXPECT_EQ(lines[0], "\"[PORT etc]\"");
-  EXPECT_EQ(lines[1], "\"comm port =  1\"");
-  EXPECT_EQ(lines[2], "\"language =  1\"");
-  EXPECT_EQ(lines[3], "\"baud =  1200\"");
-  EXPECT_EQ(lines[4], "\"Fahrenheit =  0\"");
-  EXPECT_EQ(lines[5], "\"US Date Format =  0\"");
-  EXPECT_EQ(lines[6], "\"[probe data]\"");
-  EXPECT_EQ(lines[7], ",,\"\",\"\"");      // an unused probe entry
-  EXPECT_EQ(lines[18], ",,,,,,,");         // scale row 0, table line, all cells empty
+  EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + 8),
+            (std::vector<std::string>{"\"[PORT etc]\"", "\"comm port =  1\"", "\"language =  1\"",
+                                      "\"baud =  1200\"", "\"Fahrenheit =  0\"", "\"US Date Format =  0\"",
+                                      "\"[probe data]\"", ",,\"\",\"\""}));
+  EXPECT_EQ(lines[18], ",,,,,,,");  // scale row 0, table line, all cells empty
   // Unit rows 30 and 31 are the program's own, installed at every start.
   EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"V rms\",\"A rms\",\"\"");
   EXPECT_FALSE(t.FileExists("logger1.ini.tmp~"));
@@ -48,116 +45,87 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
        "\"US Date Format =  1\"\n\"[probe data]\"\n";
   for (int i = 1; i <= 11; ++i) f << 1000 + i << "," << 0.5 * i << ",\"A, rms\",\"Probe " << i << "\"\n";
   for (int i = 0; i <= 30; ++i) {
-    f << i << ",\"\",1.25," << 100 + i << ",,-" << i + 1 << ",7,\"\"\n";   // table line with carry columns
-    f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";       // slope line
+    f << i << ",\"\",1.25," << 100 + i << ",,-" << i + 1 << ",7,\"\"\n";  // table line with carry columns
+    f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";           // slope line
   }
   f << "\"mV, peak\",\"u21\",\"u22\",\"u23\",\"mA\",\"file30\",\"file31\",\"psi\"\n";
   TestApp t;
   t.WriteTwoLanguageFile();
   t.WriteFile("logger1.ini", f.str());
-  t.transport.openFaults[3] = 0;  // port 3 opens
-  t.transport.openFaults.erase(3);
   t.Start();
-  const State& s = t.app->s;
+  const State& s = t.s();
   EXPECT_EQ(s.settings.ComPort, 3);
   EXPECT_EQ(s.settings.LanguageIndex.Value(), 2);
-  EXPECT_EQ(s.settings.BaudRate.Value(), 4800);
   EXPECT_EQ(t.transport.baud, 4800);
   EXPECT_EQ(s.settings.UseFahrenheit.Value(), 1);
   EXPECT_EQ(s.probes.ProbeUnit[4], "A, rms");
   EXPECT_EQ(s.UnitByModel[20], "mV, peak");
-  EXPECT_EQ(s.UnitByModel[32], "psi");
-  // Rows 30 and 31 are installed at start-up over what the file said.
-  EXPECT_EQ(s.UnitByModel[30], "V rms");
-  EXPECT_EQ(s.UnitByModel[31], "A rms");
+  EXPECT_EQ(s.UnitByModel[30], "V rms");  // rows 30 and 31 installed over what the file said
   EXPECT_TRUE(s.scales.ScaleEntry10v[20].IsNumber());
-  EXPECT_TRUE(s.scales.ScaleEntry10v[21 - 1].IsNumber());
   ASSERT_TRUE(EndProgram(*t.app));
-  const std::string written = t.ReadFile("logger1.ini");
-  // Everything but the two unit rows the program installs comes back as it was.
   std::string expected = f.str();
   expected.replace(expected.find("\"file30\",\"file31\""), 17, "\"V rms\",\"A rms\"");
-  EXPECT_EQ(written, expected);
+  EXPECT_EQ(t.ReadFile("logger1.ini"), expected);
 }
 
-TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCounts) {
+TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
+  std::string text = testing::SettingsFileText({});
+  for (auto [from, to] : {std::pair{"[PORT etc]", "whatever"},
+                          {"comm port =  1", "COM3"},
+                          {"language =  1", "x2"},
+                          {"baud =  1200", "speed4800"},
+                          {"Fahrenheit =  0", "F=1"},
+                          {"US Date Format =  0", "0"}})
+    text.replace(text.find(from), std::string(from).size(), to);
   TestApp t;
   t.WriteTwoLanguageFile();
-  std::ostringstream f;
-  f << "\"whatever\"\n\"COM3\"\n\"x2\"\n\"speed4800\"\n\"F=1\"\n\"0\"\n\"title\"\n";
-  for (int i = 1; i <= 11; ++i) f << ",,\"\",\"\"\n";
-  for (int i = 0; i <= 61; ++i) f << ",,,,,,,\n";
-  f << "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"\n";
-  t.WriteFile("logger1.ini", f.str());
+  t.WriteFile("logger1.ini", text);
   t.Start();
-  EXPECT_EQ(t.app->s.settings.ComPort, 3);
-  EXPECT_EQ(t.app->s.settings.LanguageIndex.Value(), 2);
-  EXPECT_EQ(t.app->s.settings.BaudRate.Value(), 4800);
-  EXPECT_EQ(t.app->s.settings.UseFahrenheit.Value(), 1);
-  EXPECT_EQ(t.app->s.settings.UsDateFormat.Value(), 0);
+  EXPECT_EQ(t.s().settings.ComPort, 3);
+  EXPECT_EQ(t.s().settings.LanguageIndex.Value(), 2);
+  EXPECT_EQ(t.s().settings.BaudRate.Value(), 4800);
+  EXPECT_EQ(t.s().settings.UseFahrenheit.Value(), 1);
+
+  TestApp cut;  // one probe entry, then the file ends
+  cut.WriteTwoLanguageFile();
+  const std::string full =
+      testing::SettingsFileText({3, 2, 4800, 1, 1, {{1, {"4321", "2", "A rms", "Clamp"}}}, ""});
+  cut.WriteFile("logger1.ini", full.substr(0, full.find("Clamp") + 7));
+  cut.Start();
+  EXPECT_EQ(cut.s().probes.ProbeSerial[1].Value(), 4321);
+  EXPECT_EQ(cut.s().probes.ProbeLabel[1], "Clamp");
+  EXPECT_EQ(cut.s().settings.ComPort, 1);
+  EXPECT_EQ(cut.s().settings.BaudRate.Value(), 1200);
+  EXPECT_TRUE(cut.app->port.PortOpen());
+  EXPECT_EQ(cut.ui.modals.front(), DialogId::langfrm);  // no language known
+  EXPECT_TRUE(cut.ui.messages.empty());                 // a short file is not reported
 }
 
-TEST(SettingsFile, AShortFileKeepsTheRowsReadAndFallsBackToPortOne) {
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  std::ostringstream f;
-  f << "\"[PORT etc]\"\n\"comm port =  3\"\n\"language =  2\"\n\"baud =  4800\"\n\"Fahrenheit =  1\"\n"
-       "\"US Date Format =  1\"\n\"[probe data]\"\n";
-  f << "4321,2,\"A rms\",\"Clamp 200A\"\n";  // one probe entry, then the file ends
-  t.WriteFile("logger1.ini", f.str());
-  t.Start();
-  const State& s = t.app->s;
-  EXPECT_EQ(s.probes.ProbeSerial[1].Value(), 4321);
-  EXPECT_EQ(s.probes.ProbeLabel[1], "Clamp 200A");
-  // The settings lines take effect only for a file read whole.
-  EXPECT_EQ(s.settings.ComPort, 1);
-  EXPECT_EQ(s.settings.BaudRate.Value(), 1200);
-  EXPECT_TRUE(t.app->port.PortOpen());
-  EXPECT_EQ(t.ui.modals.front(), DialogId::langfrm);  // no language known
-  EXPECT_TRUE(t.ui.messages.empty());                  // a short file is not reported
-}
-
-TEST(SettingsFile, ComPortZeroAfterNoLoggerFallsBackToPortOne) {
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteSettings(0, 1, 1200, 0, 0);
-  t.Start();
-  EXPECT_EQ(t.app->s.settings.ComPort, 1);
-  EXPECT_EQ(t.app->port.CommPortNumber, 1);
-  EXPECT_TRUE(t.app->port.PortOpen());
-  EXPECT_EQ(t.app->s.link.PortChosen.Value(), 1);
-  EXPECT_TRUE(t.ui.messages.empty());
-}
-
-TEST(SettingsFile, ASpeedOfFourThousandEightHundredIsSetOnThePortAndSavedBack) {
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteSettings(2, 1, 4800, 0, 1);
-  t.Start();
-  EXPECT_EQ(t.transport.baud, 4800);
-  EXPECT_EQ(t.transport.stopBits, 2);
-  EXPECT_EQ(t.app->port.Settings(), "4800,N,8,2");
-  ASSERT_TRUE(EndProgram(*t.app));
-  const auto lines = Lines(t.ReadFile("logger1.ini"));
-  EXPECT_EQ(lines[1], "\"comm port =  2\"");
-  EXPECT_EQ(lines[3], "\"baud =  4800\"");
-  EXPECT_EQ(lines[5], "\"US Date Format =  1\"");
-}
-
-TEST(SettingsFile, AnOddSpeedIsKeptButThePortRunsAtTwelveHundred) {
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteSettings(1, 1, 9600, 0, 0);
-  t.Start();
-  EXPECT_EQ(t.app->s.settings.BaudRate.Value(), 9600);
-  EXPECT_EQ(t.app->port.Settings(), "1200,N,8,2");
+TEST(SettingsFile, PortAndSpeedFromTheFileReachThePortAndAreSavedBack) {
+  const struct {
+    int port, baud;
+    int wantPort;
+    const char* wantLine;
+  } cases[] = {{0, 1200, 1, "1200,N,8,2"},  // port 0 after "No Logger" falls back to port 1
+               {2, 4800, 2, "4800,N,8,2"},
+               {1, 9600, 1, "1200,N,8,2"}};  // an odd speed is kept, the port runs at 1200
+  for (const auto& c : cases) {
+    StartedApp t(c.port, 1, c.baud, 1);
+    EXPECT_EQ(t.app->port.CommPortNumber, c.wantPort) << c.port;
+    EXPECT_TRUE(t.app->port.PortOpen());
+    EXPECT_EQ(t.app->port.Settings(), c.wantLine);
+    EXPECT_EQ(t.s().settings.BaudRate.Value(), c.baud);
+    EXPECT_TRUE(t.ui.messages.empty());
+    ASSERT_TRUE(EndProgram(*t.app));
+    const auto lines = Lines(t.ReadFile("logger1.ini"));
+    EXPECT_EQ(lines[1], "\"comm port =  " + std::to_string(c.wantPort) + "\"");
+    EXPECT_EQ(lines[3], "\"baud =  " + std::to_string(c.baud) + "\"");
+    EXPECT_EQ(lines[5], "\"US Date Format =  1\"");
+  }
 }
 
 TEST(SettingsFile, AFailedWriteLeavesTheOldFileAndTellsTheUser) {
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteSettings(2, 1, 1200, 0, 0);
-  t.Start();
+  StartedApp t(2);
   const std::string before = t.ReadFile("logger1.ini");
   t.app->p.places.currentDir = t.dir + "/missing-folder";
   EXPECT_TRUE(EndProgram(*t.app));

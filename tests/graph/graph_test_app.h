@@ -3,8 +3,8 @@
 // of 1000 by 1000 units: the plot then runs from x 150 to 900 and from y 150 to 850.
 #include <vector>
 
-#include "hub/app.h"
 #include "graph/draw_graph.h"
+#include "hub/app.h"
 #include "support/fake_platform.h"
 #include "support/recording_surface.h"
 
@@ -40,9 +40,7 @@ struct GraphApp : TestApp {
   void Draw() {
     Dispatch(*app, [this] { DrawGraph(*app, surface); });
   }
-  State& s() { return app->s; }
   GraphState& g() { return app->s.graph; }
-  Log1View& w() { return app->v.log1; }
 
   RecordingSurface surface{1000, 1000};
 };

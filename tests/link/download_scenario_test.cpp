@@ -35,10 +35,8 @@ constexpr double kTwoSeconds = 2.0 / 86400;
 
 // Models whose stored samples read their range byte as a range code; 32 is not one.
 bool RecordRangeForm(int model) {
-  for (int m : {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31}) {
-    if (m == model) return true;
-  }
-  return false;
+  const int models[] = {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31};
+  return std::find(std::begin(models), std::end(models), model) != std::end(models);
 }
 
 // The range input a sample taken at `range` is converted with.
@@ -48,15 +46,14 @@ double DivisorOf(int model, int range, int bytesPerSample) {
   return range;  // the thermistor's divider, or a plain byte
 }
 
-double LoggerStartDate(const sim::LoggerConfig& c) { return kAppStart - c.elapsedAtStart / 86400; }
-
 // Holds the record on screen against the firmware as it answered the last header: one
 // entry per stored sample, each with the raw count it stored, converted at the range it
 // was taken in, and its time. Where the unfolding's running count is only approximate
 // (more half fills than the memory has address bits), a sample next to a range mark can
 // land on the wrong side of it; there the unfolding's rule is what the record must hold,
 // and such samples are counted in the result.
-int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, double loggerStart) {
+int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, const sim::LoggerConfig& c) {
+  const double loggerStart = kAppStart - c.elapsedAtStart / 86400;
   const SampleRecord& r = t.s().record;
   const testing::FirmwareTruth& truth = t.truth;
   const DesktopHeader d = ReadHeaderAsDesktop(truth.header);
@@ -86,11 +83,12 @@ int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, double loggerStart) {
     const Number got = r.FullValues[step.s];
     const double wantTime = firstTime + (x.tick - truth.samples[truth.stored[0]].tick) / kTicksPerDay;
     const bool ok = want.IsEmpty() == got.IsEmpty() && want.Value() == got.Value() &&
-                    r.ShownValues[step.s].Value() == got.Value() && std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
+                    r.ShownValues[step.s].Value() == got.Value() &&
+                    std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
     if (!ok && ++failures <= 3) {
-      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want " << want.Value()
-                    << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter << "), time off by "
-                    << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
+      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want "
+                    << want.Value() << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter
+                    << "), time off by " << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
     }
   }
   EXPECT_EQ(failures, 0);
@@ -133,11 +131,12 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
 
   ASSERT_TRUE(t.Download());
   ASSERT_FALSE(t.RequestTimes('T').empty());
-  EXPECT_EQ(WrittenBetween(t, 'D', t.RequestTimes('T').front(), t.sched.now_ms()), 0u);  // none while the block comes
+  EXPECT_EQ(WrittenBetween(t, 'D', t.RequestTimes('T').front(), t.sched.now_ms()),
+            0u);  // none while the block comes
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_TRUE(t.ui.messages.empty());
 
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   const SampleRecord& r = t.s().record;
   const int n = static_cast<int>(r.RecordSampleCount.Value());
   EXPECT_GT(n, 680);  // one sample a tick for ten minutes
@@ -148,20 +147,14 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
   for (int i = 1; i <= n; ++i) {
     const double v = r.FullValues[i];
     EXPECT_NEAR(v, 25, 0.3);
-    sum += v;
-    lo = std::min(lo, v);
-    hi = std::max(hi, v);
+    sum += v, lo = std::min(lo, v), hi = std::max(hi, v);
   }
-  EXPECT_DOUBLE_EQ(r.FullMin, lo);
-  EXPECT_DOUBLE_EQ(r.FullMax, hi);
+  EXPECT_EQ(std::tuple(r.FullMin.Value(), r.FullMax.Value()), std::tuple(lo, hi));
   EXPECT_NEAR(r.FullAvg, sum / n, 1e-9);
-  EXPECT_EQ(r.RecordUnitText, "degC");
-  EXPECT_EQ(r.RecordModelCode.Value(), 17);
-  EXPECT_EQ(r.LoggerNumber.Value(), 317);
-  EXPECT_EQ(r.RecordFromFile, 0);
-  for (const Control* m : {&t.w().mnuSaveTXT, &t.w().mnuPGraph, &t.w().mnuPData, &t.w().mnuGClip}) {
+  EXPECT_EQ(std::tuple(r.RecordUnitText, r.RecordModelCode.Value(), r.LoggerNumber.Value(), r.RecordFromFile),
+            std::tuple("degC", 17.0, 317.0, 0));
+  for (const Control* m : {&t.w().mnuSaveTXT, &t.w().mnuPGraph, &t.w().mnuPData, &t.w().mnuGClip})
     EXPECT_TRUE(m->enabled);
-  }
   // The live reading comes back once the download is over.
   const std::size_t polls = t.Count('D');
   t.Run(3000);
@@ -175,7 +168,7 @@ TEST(Download, ALayoutTwoLoggerGivesTwoByteSamplesInItsTemperatureUnit) {
   t.Connect();
   EXPECT_EQ(t.w().Label34.caption, "K Thermocouple");
   ASSERT_TRUE(t.Download());
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   const SampleRecord& r = t.s().record;
   const int n = static_cast<int>(r.RecordSampleCount.Value());
   EXPECT_GT(n, 450);
@@ -196,7 +189,7 @@ TEST(Download, SamplesFromBeforeEachRangeStepAreScaledBackToTheirOwnRange) {
   t.Connect();
   ASSERT_TRUE(t.Download());
   ASSERT_EQ(t.fw().RangeMarks().size(), 2u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   // Each value within half a count of its own range of the voltage the logger saw.
   const SampleRecord& r = t.s().record;
   for (std::size_t s = 1; s <= t.truth.stored.size(); ++s) {
@@ -233,7 +226,7 @@ TEST(Download, MarksAtTheFirstAndAtTheNewestSampleAreUndoneExactly) {
   EXPECT_EQ(r.FullValues[n].Value(), 160);
   EXPECT_EQ(r.FullValues[n - 1].Value(), 100);
   EXPECT_EQ(r.FullValues[1].Value(), 100);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
 }
 
 TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlainByte) {
@@ -257,7 +250,7 @@ TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlain
   t.Run(1100);
   ASSERT_TRUE(t.Download());
   ASSERT_EQ(WrittenBetween(t, 'D', t.RequestTimes('R').back(), t.RequestTimes('T').front()), 0u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   EXPECT_EQ(t.s().record.FullMin.Value(), 10);
   EXPECT_EQ(t.s().record.FullMax.Value(), 10);
   EXPECT_EQ(t.s().record.RecordUnitText, "mV");
@@ -265,7 +258,7 @@ TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlain
 
 TEST(Download, ACurrentLoggerIsRefusedUntilAProbeIsChosenAndThenUsesIt) {
   sim::LoggerConfig c = Logger(16, 300);
-  c.probeFactor = 4;       // CT-50: 8 counts an ampere
+  c.probeFactor = 4;      // CT-50: 8 counts an ampere
   c.signal.level = 12.5;  // 100 counts
   EmulatedLoggerApp t(c);
   t.Connect();
@@ -293,7 +286,7 @@ TEST(Download, ACurrentLoggerIsRefusedUntilAProbeIsChosenAndThenUsesIt) {
   EXPECT_EQ(t.w().Label21.caption, "A rms");
   ASSERT_TRUE(t.Download());
   EXPECT_EQ(t.ui.messages.size(), 1u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   EXPECT_EQ(t.s().record.FullMax.Value(), 12.5);
   EXPECT_EQ(t.s().record.FullMin.Value(), 12.5);
   EXPECT_EQ(t.s().record.RecordRangeFactor.Value(), 4);
@@ -310,8 +303,10 @@ TEST(Download, EveryDepthOfThinningUnfoldsToTheSamplesTaken) {
     const char* rateUnit;
   };
   const Depth depths[] = {
-      {0, 700, "4,096", "en63"},       {1, 1500, "4,096", "en63"},
-      {2, 3000, "2,048", "en63"},      {6, 1024 * 32 * 1.5, "128", "en63"},
+      {0, 700, "4,096", "en63"},
+      {1, 1500, "4,096", "en63"},
+      {2, 3000, "2,048", "en63"},
+      {6, 1024 * 32 * 1.5, "128", "en63"},
       {14, 1024 * 8192 * 1.5, "12", "en64"},  // an interval past M / 2: counts approximate
   };
   for (const Depth& depth : depths) {
@@ -335,7 +330,7 @@ TEST(Download, EveryDepthOfThinningUnfoldsToTheSamplesTaken) {
     EXPECT_EQ(t.w().Label26.caption, std::to_string(asked + 2));
     EXPECT_EQ(t.w().Label4.caption, depth.rate);
     EXPECT_EQ(t.w().Label6.caption, depth.rateUnit);
-    EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+    EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   }
 }
 
@@ -351,7 +346,7 @@ TEST(Download, AStalledBlockIsRestartedByTheWatchdogAndTheClockIsNotAskedAgain) 
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_EQ(t.Count('R') - headers, 2u);  // the download's header and the restart's
   EXPECT_GT(t.Count('T'), 20u);
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
 }
 
 TEST(Download, ABlockCutShortIsFetchedAgainWholeWithoutAskingAgain) {
@@ -373,7 +368,7 @@ TEST(Download, ABlockCutShortIsFetchedAgainWholeWithoutAskingAgain) {
   EXPECT_TRUE(t.ui.messages.empty());  // the restart does not ask about the unsaved part
   EXPECT_EQ(std::count(t.ui.modals.begin(), t.ui.modals.end(), DialogId::frmTimeset), 1);
   EXPECT_EQ(t.w().Label26.caption, std::to_string(t.truth.stored.size() + 2));
-  EXPECT_EQ(ExpectRecordIsTheTruth(t, LoggerStartDate(c)), 0);
+  EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
 }
 
 TEST(Download, AHeaderOfANewLoggerLeavesARecordOpenedFromAFileAlone) {
@@ -423,8 +418,8 @@ TEST(DownloadProperty, RandomLoggersUnfoldToTheSamplesTheyTook) {
     int code;
     double countsPerUnit;  // at range code 0; 0 for the temperature loggers
   };
-  const Model models[] = {{16, 8},   {17, 0},   {18, 4},   {19, 2},  {24, 8},  {25, 0.8}, {26, 4},
-                          {27, 0.4}, {28, 80},  {30, 8},   {31, 2},  {64, 0},  {65, 0},   {66, 0}};
+  const Model models[] = {{16, 8},   {17, 0},  {18, 4}, {19, 2}, {24, 8}, {25, 0.8}, {26, 4},
+                          {27, 0.4}, {28, 80}, {30, 8}, {31, 2}, {64, 0}, {65, 0},   {66, 0}};
   const sim::SignalKind kinds[] = {sim::SignalKind::Ramp, sim::SignalKind::Sine, sim::SignalKind::Noise,
                                    sim::SignalKind::Steps};
   int ruleCases = 0, deepRuns = 0;
@@ -483,7 +478,7 @@ TEST(DownloadProperty, RandomLoggersUnfoldToTheSamplesTheyTook) {
     ASSERT_EQ(t.s().link.LoggerSeen, 1);
     ASSERT_TRUE(t.Download());
     ASSERT_TRUE(t.ui.messages.empty() || t.ui.messages[0].title == "Be Careful");
-    const int cases = ExpectRecordIsTheTruth(t, LoggerStartDate(c));
+    const int cases = ExpectRecordIsTheTruth(t, c);
     ASSERT_GE(cases, 0);
     ruleCases += cases;
   }

@@ -25,76 +25,65 @@ sim::LoggerConfig Steady(int model, double level, int baud = 1200) {
   return c;
 }
 
-struct Shown {
-  bool valueVisible, unitVisible;
-  std::string value, unit;
-};
-
 TEST(LiveReading, ALoggerIsFoundAtEitherSpeedAndShowsItsValueFromTheReadingAfterItsHeader) {
   for (int speed : {1200, 4800}) {
     SCOPED_TRACE(speed);
     AppOptions o;
-    o.appBaud = speed == 1200 ? 4800 : 1200;  // the program starts at the other speed
+    o.appBaud = speed == 1200 ? 4800 : 1200;          // the program starts at the other speed
     EmulatedLoggerApp t(Steady(18, 25.0, speed), o);  // 100 counts in range code 0
-    std::vector<Shown> readings;
+    std::vector<std::string> readings;
     t.app->onLiveReadingShown = [&] {
       const Log1View& w = t.w();
-      readings.push_back({w.Label19.visible, w.Label21.visible, w.Label19.caption, w.Label21.caption});
+      readings.push_back((w.Label19.visible ? w.Label19.caption : "-") + "|" + w.Label21.caption +
+                         (w.Label21.visible ? "" : "(hidden)"));
     };
     t.Run(12000);
     ASSERT_GE(readings.size(), 2u);
     // The first reply does not say what the logger is: nothing shows until its header.
-    EXPECT_FALSE(readings[0].valueVisible);
-    EXPECT_EQ(readings[0].unit, "");
-    EXPECT_TRUE(readings[1].valueVisible && readings[1].unitVisible);
-    EXPECT_EQ(readings[1].value, "25.00");
-    EXPECT_EQ(readings[1].unit, "V rms");
+    EXPECT_TRUE(readings[0] == "-|" || readings[0] == "-|(hidden)") << readings[0];
+    EXPECT_EQ(readings[1], "25.00|V rms");
     EXPECT_EQ(t.s().settings.BaudRate.Value(), speed);
     EXPECT_EQ(t.w().Label13.caption, "COM 1");
     EXPECT_EQ(t.w().Label34.caption, "Q21");
-    EXPECT_TRUE(t.w().Label34.visible);
     EXPECT_EQ(t.Count('R'), 1u);  // one header per logger found
   }
 }
 
-TEST(LiveReading, AReadingAtTheTopOfTheLastRangeShowsOverloadWithoutItsUnit) {
-  // Range code 3 reaches 510 V: 600 V reads as the count 255.
-  EmulatedLoggerApp t(Steady(18, 600.0));
-  t.Run(5000);
-  EXPECT_EQ(t.w().Label19.caption, "OL");
-  EXPECT_TRUE(t.w().Label19.visible);
-  EXPECT_FALSE(t.w().Label21.visible);
-  EXPECT_EQ(t.w().Label21.caption, "V rms");
-
-  EmulatedLoggerApp below(Steady(18, 500.0));  // 250 counts in range code 3: value and unit again
-  below.Run(5000);
-  EXPECT_EQ(below.w().Label19.caption, "500.00");
-  EXPECT_TRUE(below.w().Label21.visible);
-}
-
-TEST(LiveReading, AProbeWithNoUnitShowsNeitherValueNorUnit) {
-  AppOptions o;
-  o.lastProbe = ProbeChoice{"NU-1", "", "2"};
-  sim::LoggerConfig c = Steady(16, 10.0);
-  c.probeFactor = 2;
-  EmulatedLoggerApp t(c, o);
-  t.Run(7000);
-  EXPECT_EQ(t.w().Label34.caption, "NU-1");
-  EXPECT_TRUE(t.w().Label34.visible);
-  EXPECT_FALSE(t.w().Label19.visible);
-  EXPECT_EQ(t.w().Label21.caption, "");
-  EXPECT_GE(t.Count('D'), 3u);  // the readings come, they only show nothing
-}
-
-TEST(LiveReading, ATwoByteLoggerReadsInTheTemperatureUnitChosen) {
-  AppOptions o;
-  o.fahrenheit = 1;
-  EmulatedLoggerApp t(Steady(64, 32.0), o);
-  t.Run(5000);
-  EXPECT_EQ(t.w().Label34.caption, "J Thermocouple");
-  EXPECT_EQ(t.w().Label19.caption, "89.60");
-  EXPECT_EQ(t.w().Label21.caption, "degF");
-  EXPECT_TRUE(t.w().Label19.visible && t.w().Label21.visible);
+TEST(LiveReading, TheValueAndUnitShowOnlyWhenBothAreKnownAndInRange) {
+  AppOptions f;
+  f.fahrenheit = 1;
+  AppOptions noUnit;
+  noUnit.lastProbe = ProbeChoice{"NU-1", "", "2"};
+  sim::LoggerConfig probe = Steady(16, 10.0);
+  probe.probeFactor = 2;
+  const struct {
+    sim::LoggerConfig config;
+    AppOptions options;
+    const char *label, *value, *unit;
+    bool valueShown;
+    int unitShown;  // -1: either
+  } cases[] = {
+      {Steady(18, 600.0), {}, "Q21", "OL", "V rms", true, 0},      // the top of the last range: overload
+      {Steady(18, 500.0), {}, "Q21", "500.00", "V rms", true, 1},  // 250 counts in range code 3
+      {probe, noUnit, "NU-1", nullptr, "", false, -1},             // a probe with no unit
+      {Steady(64, 32.0), f, "J Thermocouple", "89.60", "degF", true, 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.label);
+    EmulatedLoggerApp t(c.config, c.options);
+    t.Run(7000);
+    EXPECT_EQ(t.w().Label34.caption, c.label);
+    EXPECT_TRUE(t.w().Label34.visible);
+    if (c.value) {
+      EXPECT_EQ(t.w().Label19.caption, c.value);
+    }
+    EXPECT_EQ(t.w().Label21.caption, c.unit);
+    EXPECT_EQ(t.w().Label19.visible, c.valueShown);
+    if (c.unitShown >= 0) {
+      EXPECT_EQ(t.w().Label21.visible, c.unitShown == 1);
+    }
+    EXPECT_GE(t.Count('D'), 3u);  // the readings come, whether they show or not
+  }
 }
 
 TEST(LiveReading, ALoggerTakenAwayIsForgottenAndFoundAgainWithItsHeader) {

@@ -69,29 +69,16 @@ void ExpectDesktopReadsTheTruth(const Firmware& fw, const std::string& what) {
   EXPECT_EQ(mismatches, 0);
 }
 
-TEST(FirmwareMemory, AFreshLoggerHoldsOneSampleAndAsksForABlockOfOne) {
-  Firmware fw(Config(17, 0, 0.0));
-  EXPECT_EQ(fw.StoredCount(), 1);
-  EXPECT_EQ(fw.Block().size(), 1u);
-  ExpectDesktopReadsTheTruth(fw, "fresh");
-}
-
-TEST(FirmwareMemory, BeforeHalfFullTheSamplesLieInTimeOrderFromSlotOne) {
-  Firmware fw(Config(17, 0, 500 * kTick));  // M = 2048
-  EXPECT_EQ(fw.HalfFills(), 0);
-  EXPECT_EQ(fw.SampleCounter(), 500u);
-  EXPECT_EQ(fw.StoredCount(), 501);
-  EXPECT_EQ(fw.IntervalTicks(), 1u);
-  ExpectDesktopReadsTheTruth(fw, "depth 0");
-}
-
-TEST(FirmwareMemory, PastHalfFullNothingIsThinnedYetAndOnlyTheStoredSamplesAreSent) {
-  Firmware fw(Config(17, 0, 1500 * kTick));
-  EXPECT_EQ(fw.HalfFills(), 1);
-  EXPECT_EQ(fw.StoredCount(), 1501);
-  EXPECT_EQ(fw.IntervalTicks(), 1u);
-  EXPECT_EQ(fw.Block().size(), 1501u);
-  ExpectDesktopReadsTheTruth(fw, "depth 1");
+TEST(FirmwareMemory, BeforeAndPastHalfFullTheStoredSamplesLieInTimeOrderAndOnlyTheyAreSent) {
+  for (auto [ticks, halfFills, stored] : {std::tuple{0, 0, 1}, {500, 0, 501}, {1500, 1, 1501}}) {  // M = 2048
+    Firmware fw(Config(17, 0, ticks * kTick));
+    EXPECT_EQ(fw.HalfFills(), halfFills);
+    EXPECT_EQ(fw.SampleCounter(), static_cast<std::uint32_t>(ticks));
+    EXPECT_EQ(fw.StoredCount(), stored);
+    EXPECT_EQ(fw.IntervalTicks(), 1u);
+    EXPECT_EQ(fw.Block().size(), static_cast<std::size_t>(stored));
+    ExpectDesktopReadsTheTruth(fw, "at tick " + std::to_string(ticks));
+  }
 }
 
 TEST(FirmwareMemory, TheFirstThinningKeepsEveryOtherSampleAndDoublesTheInterval) {
@@ -106,12 +93,16 @@ TEST(FirmwareMemory, TheFirstThinningKeepsEveryOtherSampleAndDoublesTheInterval)
   EXPECT_EQ(samples.back().slot, 2);  // the slot of the first sample dropped, tick 1
   EXPECT_EQ(samples[1].slot, 0);
   EXPECT_EQ(samples[2].slot, 3);
+  // Slot 4 held tick 3, dropped at the thinning and not yet reused: its old byte stays.
+  EXPECT_EQ(samples[3].slot, 0);
+  EXPECT_EQ(fw.Memory()[3], samples[3].raw);
   EXPECT_EQ(fw.Block().size(), 2048u);
   ExpectDesktopReadsTheTruth(fw, "depth 2, just thinned");
-
   fw.AdvanceTo(2500 * kTick);
   EXPECT_EQ(fw.SampleCounter(), 2048u + 226u);
   ExpectDesktopReadsTheTruth(fw, "depth 2");
+  fw.AdvanceTo(50 * kTick);  // the clock never runs backwards
+  EXPECT_EQ(fw.SampleCounter(), 2048u + 226u);
 }
 
 TEST(FirmwareMemory, TheDesktopFindsEverySampleAtEveryDepth) {
@@ -156,18 +147,10 @@ TEST(FirmwareMemory, TwoByteSamplesGoLowByteFirst) {
   LoggerConfig c = Config(65, 0, 10 * kTick);
   c.signal.kind = SignalKind::Steady;
   c.signal.level = 25.5;  // (25.5 + 2048) * 16 = 0x8198
-  Firmware fw(c);
-  const auto block = fw.Block();
+  const auto block = Firmware(c).Block();
   ASSERT_EQ(block.size(), 22u);
   EXPECT_EQ(block[0], 0x98);
   EXPECT_EQ(block[1], 0x81);
-}
-
-TEST(FirmwareMemory, FreedSlotsKeepTheirOldBytesUntilReused) {
-  Firmware fw(Config(17, 0, 2048 * kTick));
-  // Slot 4 held tick 3, dropped at the thinning and not yet reused.
-  EXPECT_EQ(fw.Samples()[3].slot, 0);
-  EXPECT_EQ(fw.Memory()[3], fw.Samples()[3].raw);
 }
 
 TEST(FirmwareStart, StartingAsIfRunForDaysEqualsRunningThereInSmallSteps) {
@@ -211,18 +194,8 @@ TEST(FirmwareClock, TheHeaderCarriesA28BitTickCount) {
   const double ticks = 268435456.0 + 5;  // 2^28 + 5
   Firmware fw(Config(17, 0, ticks * kTick + 0.5));
   const auto h = fw.Header();
-  EXPECT_EQ(h[11], 5);
-  EXPECT_EQ(h[12], 0);
-  EXPECT_EQ(h[13], 0);
-  EXPECT_EQ(h[14], 0);
+  EXPECT_EQ(std::vector<int>(h.begin() + 11, h.begin() + 15), (std::vector<int>{5, 0, 0, 0}));
   EXPECT_EQ(fw.Ticks(), 268435461u);
-}
-
-TEST(FirmwareClock, TheClockNeverRunsBackwards) {
-  Firmware fw(Config(17, 0, 100 * kTick));
-  fw.AdvanceTo(50 * kTick);
-  EXPECT_EQ(fw.Ticks(), 100u);
-  EXPECT_EQ(fw.SampleCounter(), 100u);
 }
 
 }  // namespace

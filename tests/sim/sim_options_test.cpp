@@ -19,14 +19,15 @@ std::string Refusal(const std::vector<std::string>& args) {
 }
 
 TEST(SimOptions, DurationsTakeSecondsMinutesHoursDaysWeeksMonthsAndYears) {
-  EXPECT_EQ(ParseDuration("90"), 90);
-  EXPECT_EQ(ParseDuration("90s"), 90);
-  EXPECT_EQ(ParseDuration("15m"), 900);
-  EXPECT_EQ(ParseDuration("1.5h"), 5400);
-  EXPECT_EQ(ParseDuration("2d"), 172800);
-  EXPECT_EQ(ParseDuration("1w"), 604800);
-  EXPECT_EQ(ParseDuration("6mo"), 6 * 30 * 86400);
-  EXPECT_EQ(ParseDuration("1y"), 365 * 86400);
+  for (auto [text, seconds] : {std::pair{"90", 90.0},
+                               {"90s", 90},
+                               {"15m", 900},
+                               {"1.5h", 5400},
+                               {"2d", 172800},
+                               {"1w", 604800},
+                               {"6mo", 6 * 30 * 86400},
+                               {"1y", 365 * 86400}})
+    EXPECT_EQ(ParseDuration(text), seconds) << text;
   for (const char* bad : {"", "h", "-3h", "3x", "3 h", "mo"})
     EXPECT_THROW(ParseDuration(bad), std::invalid_argument) << bad;
 }
@@ -70,14 +71,16 @@ TEST(SimOptions, EveryOptionReachesTheConfiguration) {
 }
 
 TEST(SimOptions, BadOptionsAreRefusedWithOneLineThatNamesTheProblem) {
-  EXPECT_NE(Refusal({"--baud", "2400"}).find("--baud"), std::string::npos);
-  EXPECT_NE(Refusal({"--model", "128"}).find("--model"), std::string::npos);
-  EXPECT_NE(Refusal({"--model", "1x"}).find("--model"), std::string::npos);
-  EXPECT_NE(Refusal({"--frobnicate"}).find("--frobnicate"), std::string::npos);
-  EXPECT_NE(Refusal({"--serial"}).find("--serial"), std::string::npos);
-  EXPECT_NE(Refusal({"--signal", "square"}).find("square"), std::string::npos);
-  EXPECT_NE(Refusal({"--silent-after", "10"}).find("--silent-for"), std::string::npos);
-  EXPECT_NE(Refusal({"--range", "12"}).find("12"), std::string::npos);  // thermistor divider
+  for (auto [args, named] : std::vector<std::pair<std::vector<std::string>, std::string>>{
+           {{"--baud", "2400"}, "--baud"},
+           {{"--model", "128"}, "--model"},
+           {{"--model", "1x"}, "--model"},
+           {{"--frobnicate"}, "--frobnicate"},
+           {{"--serial"}, "--serial"},
+           {{"--signal", "square"}, "square"},
+           {{"--silent-after", "10"}, "--silent-for"},
+           {{"--range", "12"}, "12"}})  // 12: no thermistor divider
+    EXPECT_NE(Refusal(args).find(named), std::string::npos) << named;
   for (const auto& args : std::vector<std::vector<std::string>>{{"--memory", "6"}, {"--elapsed", "soon"}})
     EXPECT_EQ(Refusal(args).find('\n'), std::string::npos);
   EXPECT_TRUE(ParseSimOptions({"--help"}).help);

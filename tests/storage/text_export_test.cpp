@@ -8,160 +8,124 @@
 #include <string>
 #include <vector>
 
-#include "hub/app.h"
 #include "storage/record_file.h"
 #include "support/fake_platform.h"
 
 namespace quillet {
 namespace {
 
-using testing::TestApp;
-
-const char* const kFilter = "txt files (*.txt)|*.txt";
+using Strings = std::vector<std::string>;
+const Strings kWhole = {"10", "20", "30", "40"};
+const Strings kShown = {"20", "30"};
 
 // A started program holding a downloaded record of four samples, 10..40, whose graph
 // shows the middle two when zoomed.
-struct Saving : TestApp {
-  Saving() {
-    WriteTwoLanguageFile();  // strings read "en<n>"
-    WriteSettings(1, 1, 1200, 0, 0);
-    Start();
-    SampleRecord& r = app->s.record;
+struct Saving : testing::StartedApp {
+  explicit Saving(bool saved = false, bool zoomed = false) {
+    SampleRecord& r = s().record;
     r.RecordModelCode = 99;  // no value format: plain numbers
-    r.FullSampleCount = 4;
-    r.RecordSampleCount = 4;
+    r.FullSampleCount = r.RecordSampleCount = 4;
     for (int i = 1; i <= 4; ++i) {
       r.FullTimes[i] = r.ShownTimes[i] = 46000 + i;
       r.FullValues[i] = r.ShownValues[i] = 10 * i;
     }
-    r.FullMax = 40;
-    r.FullMin = 10;
-    r.FullAvg = 25;
+    r.FullMax = 40, r.FullMin = 10, r.FullAvg = 25;
     r.RecordUnitText = "degC";
-    r.RecordSaved = 0;
-    app->s.link.DownloadPercent = 100;
-    app->v.log1.mnuSaveTXT.enabled = true;
-  }
-  void Zoom() {
-    SampleRecord& r = app->s.record;
+    r.RecordSaved = saved ? 1 : 0;
+    s().link.DownloadPercent = 100;
+    w().mnuSaveTXT.enabled = true;
+    if (!zoomed) return;
     r.RecordSampleCount = 2;
-    for (int i = 1; i <= 2; ++i) {
-      r.ShownTimes[i] = r.FullTimes[i + 1];
-      r.ShownValues[i] = r.FullValues[i + 1];
-    }
-    r.ShownMax = 30;
-    r.ShownMin = 20;
-    r.ShownAvg = 25;
-    app->s.graph.GraphZoomed = 1;
-    app->s.files.DisplayedSaved = 0;
+    for (int i = 1; i <= 2; ++i) r.ShownTimes[i] = r.FullTimes[i + 1], r.ShownValues[i] = r.FullValues[i + 1];
+    r.ShownMax = 30, r.ShownMin = 20, r.ShownAvg = 25;
+    s().graph.GraphZoomed = 1;
   }
   // Runs the Save command; names are picked in the save dialog in turn ("" cancels), and
   // the SaveOpt button given is pressed if the dialog comes up (0: Cancel).
-  void Save(std::vector<std::string> names, int saveOptButton = 1) {
-    for (std::string& n : names) {
+  void Save(Strings names, int saveOptButton = 1) {
+    for (std::string& n : names)
       if (!n.empty()) n = Path(n);
-    }
     ui.saveAnswers = names;
     ui.onModal = [this, saveOptButton](DialogId id) {
       ASSERT_EQ(id, DialogId::SaveOpt);
-      saveOptOffered = {app->v.SaveOpt.Command1.enabled, app->v.SaveOpt.Command2.enabled};
+      offered = {app->v.SaveOpt.Command1.enabled, app->v.SaveOpt.Command2.enabled};
       if (saveOptButton == 1) SaveOptEntireRecord(*app);
       if (saveOptButton == 2) SaveOptDisplayedOnly(*app);
       if (saveOptButton == 0) SaveOptCancel(*app);
     };
     ui.modals.clear();
     ui.saveFilters.clear();
-    Dispatch(*app, [this] { MnuSaveTXT(*app); });
+    offered.clear();
+    Do(MnuSaveTXT);
   }
-  std::string Path(const std::string& name) const { return dir + "/" + name; }
-  bool SaveOptShown() const { return !ui.modals.empty(); }
-  // The sample values of a saved file, as the third field of each sample line.
-  std::vector<std::string> SavedValues(const std::string& name) const {
+  // The sample values of a saved file, as the second field of each sample line.
+  Strings SavedValues(const std::string& name) const {
     std::istringstream in(ReadFile(name));
-    std::vector<std::string> values;
+    Strings values;
     std::string line;
-    for (int n = 1; std::getline(in, line); ++n) {
+    for (int n = 1; std::getline(in, line); ++n)
       if (n >= 14) values.push_back(line.substr(line.find('\t') + 1, line.size() - line.find('\t') - 2));
-    }
     return values;
   }
-  std::vector<bool> saveOptOffered;  // Command1, Command2 enabled as SaveOpt opened
+  std::vector<bool> offered;  // Command1, Command2 enabled as SaveOpt opened; empty if it did not
 };
 
-const std::vector<std::string> kWhole = {"10", "20", "30", "40"};
-const std::vector<std::string> kShown = {"20", "30"};
-
-TEST(SaveCommand, AnUnzoomedUnsavedRecordIsSavedWholeWithoutAQuestion) {
-  Saving t;
-  t.Save({"rec.txt"});
-  EXPECT_FALSE(t.SaveOptShown());
-  EXPECT_EQ(t.ui.saveFilters, std::vector<std::string>{kFilter});
-  EXPECT_EQ(t.SavedValues("rec.txt"), kWhole);
-  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 1);
-  EXPECT_FALSE(t.app->v.log1.mnuSaveTXT.enabled);
-  EXPECT_EQ(t.app->s.files.SaveFileName, t.Path("rec.txt"));
-}
-
-TEST(SaveCommand, AZoomedSavedRecordSavesItsShownPartWithoutAQuestion) {
-  Saving t;
-  t.app->s.record.RecordSaved = 1;
-  t.Zoom();
-  t.Save({"part.txt"});
-  EXPECT_FALSE(t.SaveOptShown());
-  EXPECT_EQ(t.SavedValues("part.txt"), kShown);
-  EXPECT_EQ(t.app->s.files.DisplayedSaved, 1);
-  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 1);
-}
-
-TEST(SaveCommand, AZoomedUnsavedRecordOffersBothChoices) {
-  for (int button : {1, 2}) {
-    Saving t;
-    t.Zoom();
-    t.Save({"z.txt"}, button);
-    EXPECT_TRUE(t.SaveOptShown());
-    EXPECT_EQ(t.saveOptOffered, (std::vector<bool>{true, true}));
-    EXPECT_EQ(t.SavedValues("z.txt"), button == 1 ? kWhole : kShown) << "button " << button;
-    EXPECT_EQ(t.app->s.record.RecordSaved.Value(), button == 1 ? 1 : 0);
+TEST(SaveCommand, WhatIsSavedAndWhatIsAskedInEachStateOfTheRecordAndTheGraph) {
+  const struct {
+    const char* what;
+    bool saved, zoomed;
+    int button;
+    std::vector<bool> offered;
+    Strings values;
+    double savedAfter;
+  } cases[] = {
+      {"unzoomed, unsaved: whole, no question", false, false, 1, {}, kWhole, 1},
+      {"zoomed, saved: the shown part, no question", true, true, 1, {}, kShown, 1},
+      {"zoomed, unsaved: entire record", false, true, 1, {true, true}, kWhole, 1},
+      {"zoomed, unsaved: displayed only", false, true, 2, {true, true}, kShown, 0},
+      {"unzoomed, saved: displayed only, which is all of it", true, false, 2, {false, true}, kWhole, 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    Saving t(c.saved, c.zoomed);
+    t.Save({"rec.txt"}, c.button);
+    EXPECT_EQ(t.offered, c.offered);
+    EXPECT_EQ(t.ui.saveFilters, Strings{"txt files (*.txt)|*.txt"});
+    EXPECT_EQ(t.SavedValues("rec.txt"), c.values);
+    EXPECT_EQ(t.s().record.RecordSaved.Value(), c.savedAfter);
+    if (!c.saved && !c.zoomed) {
+      EXPECT_FALSE(t.w().mnuSaveTXT.enabled);
+    }
+    EXPECT_EQ(t.s().files.SaveFileName, t.Path("rec.txt"));
   }
 }
 
-TEST(SaveCommand, AnUnzoomedSavedRecordOffersTheDisplayedGraphOnlyUntilThatIsSaved) {
-  Saving t;
-  t.app->s.record.RecordSaved = 1;
+TEST(SaveCommand, ADisplayedOnlyChoiceStandsUntilThatIsSavedAndForALaterUnquestionedSave) {
+  Saving t(true);
   t.Save({"shown.txt"}, 2);
-  EXPECT_EQ(t.saveOptOffered, (std::vector<bool>{false, true}));
-  EXPECT_EQ(t.SavedValues("shown.txt"), kWhole);  // unzoomed, the shown part is all of it
   t.Save({}, 0);
-  EXPECT_EQ(t.saveOptOffered, (std::vector<bool>{false, false}));
-}
+  EXPECT_EQ(t.offered, (std::vector<bool>{false, false}));
 
-TEST(SaveCommand, ADisplayedOnlyChoiceStandsForALaterUnquestionedSave) {
-  Saving t;
-  t.Zoom();
-  t.Save({"first.txt"}, 2);
+  Saving z(false, true);
+  z.Save({"first.txt"}, 2);
   // Unzoomed again with a new record that is not saved: no question, and still the shown part.
-  t.app->s.graph.GraphZoomed = 0;
-  t.app->s.record.RecordSampleCount = 1;
-  t.Save({"second.txt"});
-  EXPECT_FALSE(t.SaveOptShown());
-  EXPECT_EQ(t.SavedValues("second.txt"), std::vector<std::string>{"20"});
+  z.s().graph.GraphZoomed = 0;
+  z.s().record.RecordSampleCount = 1;
+  z.Save({"second.txt"});
+  EXPECT_TRUE(z.offered.empty());
+  EXPECT_EQ(z.SavedValues("second.txt"), Strings{"20"});
 }
 
-TEST(SaveCommand, CancelInSaveOptOrInTheFileDialogWritesNothing) {
-  Saving t;
-  t.Zoom();
+TEST(SaveCommand, CancelOrNoCompleteRecordWritesNothing) {
+  Saving t(false, true);
   t.Save({}, 0);
-  EXPECT_TRUE(t.SaveOptShown());
+  EXPECT_EQ(t.ui.modals.size(), 1u);
   EXPECT_TRUE(t.ui.saveFilters.empty());
   t.Save({""}, 1);
   EXPECT_EQ(t.ui.saveFilters.size(), 1u);
-  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
+  EXPECT_EQ(t.s().record.RecordSaved.Value(), 0);
   EXPECT_TRUE(t.ui.messages.empty());
-}
-
-TEST(SaveCommand, WithoutACompleteRecordTheUserIsToldAndNoFileDialogOpens) {
-  Saving t;
-  t.app->s.link.DownloadPercent = 0;
+  t.s().link.DownloadPercent = 0;
   t.Save({});
   EXPECT_TRUE(t.ui.saveFilters.empty());
   ASSERT_EQ(t.ui.messages.size(), 1u);
@@ -171,66 +135,58 @@ TEST(SaveCommand, WithoutACompleteRecordTheUserIsToldAndNoFileDialogOpens) {
 }
 
 TEST(SaveCommand, TxtIsAddedUnlessTheFourthCharacterFromTheEndIsAPoint) {
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"plain", "plain.txt"}, {"kept.csv", "kept.csv"},       {"four.data", "four.data.txt"},
-      {"one.c", "one.c.txt"}, {"already.txt", "already.txt"}, {".abc", ".abc"}};
-  for (const auto& [chosen, saved] : cases) {
+  for (auto [chosen, saved] : {std::pair{"plain", "plain.txt"},
+                               {"kept.csv", "kept.csv"},
+                               {"four.data", "four.data.txt"},
+                               {"one.c", "one.c.txt"},
+                               {"already.txt", "already.txt"},
+                               {".abc", ".abc"}}) {
     Saving t;
     t.Save({chosen});
     EXPECT_TRUE(t.FileExists(saved)) << chosen;
-    EXPECT_EQ(t.app->s.files.SaveFileName, t.Path(saved));
+    EXPECT_EQ(t.s().files.SaveFileName, t.Path(saved));
   }
   EXPECT_EQ(SaveNameFor("ab"), "ab.txt");
   EXPECT_EQ(SaveNameFor(""), ".txt");
 }
 
-TEST(SaveCommand, AnExistingFileIsReplacedAfterYesAndLeftAloneAfterCancel) {
+TEST(SaveCommand, AnExistingFileIsReplacedAfterYesLeftAloneAfterCancelAndNoAsksForAnotherName) {
   Saving t;
   t.WriteFile("old.txt", "keep me");
   t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Cancel; };
   t.Save({"old.txt"});
-  EXPECT_EQ(t.ui.saveFilters.size(), 1u);
   EXPECT_EQ(t.ReadFile("old.txt"), "keep me");
-  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
-
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Yes; };
+  EXPECT_EQ(t.s().record.RecordSaved.Value(), 0);
+  t.ui.answer = nullptr;  // Yes
   t.Save({"old.txt"});
   ASSERT_EQ(t.ui.messages.size(), 2u);
   const MessageRequest& q = t.ui.messages[1];
-  EXPECT_EQ(q.text, "en144");
-  EXPECT_EQ(q.title, "en74");
+  EXPECT_EQ(q.text + q.title, "en144en74");
   EXPECT_EQ(q.buttons, MsgButtons::YesNoCancel);
   EXPECT_EQ(q.icon, MsgIcon::Stop);
   EXPECT_EQ(q.defaultButton, 2);
   EXPECT_EQ(t.SavedValues("old.txt"), kWhole);
+
+  Saving z(false, true);
+  z.WriteFile("old.txt", "keep me");
+  z.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
+  z.Save({"old.txt", "new"}, 2);
+  EXPECT_EQ(z.ui.modals.size(), 1u);  // the file dialog again, not SaveOpt
+  EXPECT_EQ(z.ui.saveFilters.size(), 2u);
+  EXPECT_EQ(z.ReadFile("old.txt"), "keep me");
+  EXPECT_EQ(z.SavedValues("new.txt"), kShown);
 }
 
-TEST(SaveCommand, NoAtTheReplaceQuestionBringsBackTheFileDialogNotSaveOpt) {
-  Saving t;
-  t.Zoom();
-  t.WriteFile("old.txt", "keep me");
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
-  t.Save({"old.txt", "new"}, 2);
-  EXPECT_EQ(t.ui.modals.size(), 1u);
-  EXPECT_EQ(t.ui.saveFilters.size(), 2u);
-  EXPECT_EQ(t.ReadFile("old.txt"), "keep me");
-  EXPECT_EQ(t.SavedValues("new.txt"), kShown);
-}
-
-TEST(SaveCommand, ARecordFromAFileCanBeSavedOnlyInItsDisplayedPart) {
+TEST(SaveCommand, ARecordFromAFileCanBeSavedOnlyInItsDisplayedPartAndAFailedWriteEndsTheProgram) {
   Saving t;
   t.Save({"orig.txt"});
   t.ui.fileAnswers = {t.Path("orig.txt")};
-  Dispatch(*t.app, [&] { MnuOpen(*t.app); });
-  ASSERT_EQ(t.app->s.record.RecordFromFile, 1);
+  t.Do(MnuOpen);
+  ASSERT_EQ(t.s().record.RecordFromFile, 1);
   t.Save({"copy.txt"}, 2);
-  EXPECT_EQ(t.saveOptOffered, (std::vector<bool>{false, true}));
+  EXPECT_EQ(t.offered, (std::vector<bool>{false, true}));
   EXPECT_EQ(t.SavedValues("copy.txt"), kWhole);
-}
-
-TEST(SaveCommand, AFailureWhileWritingEndsTheProgramWithTheRunTimeErrorReport) {
-  Saving t;
-  t.Save({"no-such-folder/rec.txt"});
+  t.Save({"no-such-folder/rec.txt"}, 2);
   ASSERT_EQ(t.ui.fatal.size(), 1u);
   EXPECT_EQ(t.ui.fatal[0].first, 75);
   EXPECT_TRUE(t.ui.ended);

@@ -15,6 +15,7 @@
 #include "link/download.h"
 #include "sim/firmware/logger_line.h"
 #include "support/fake_platform.h"
+#include "support/settings_text.h"
 
 namespace quillet::testing {
 
@@ -61,20 +62,12 @@ inline std::string SmallProbesDat() {
 }
 
 inline std::string SettingsText(int baud, const AppOptions& o) {
-  std::ostringstream f;
-  f << "\"[PORT etc]\"\n\"comm port =  1\"\n\"language =  1\"\n\"baud =  " << baud << "\"\n\"Fahrenheit =  "
-    << o.fahrenheit << "\"\n\"US Date Format =  0\"\n\"[probe data]\"\n";
-  for (int i = 1; i <= 11; ++i) {
-    if (i == 11 && o.lastProbe) {
-      f << "99," << o.lastProbe->factor << ",\"" << o.lastProbe->unit << "\",\"" << o.lastProbe->label << "\"\n";
-    } else {
-      f << ",,\"\",\"\"\n";
-    }
-  }
-  for (int i = 0; i <= 61; ++i) f << ",,,,,,,\n";
-  // Units of the profile models 20, 21, 22, 23, 29, 30, 31, 32.
-  f << "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"" << o.unit32 << "\"\n";
-  return f.str();
+  SettingsOptions s;
+  s.baud = baud;
+  s.fahrenheit = o.fahrenheit;
+  s.unit32 = o.unit32;
+  if (o.lastProbe) s.probes[11] = {"99", o.lastProbe->factor, o.lastProbe->unit, o.lastProbe->label};
+  return SettingsFileText(s);
 }
 
 struct EmulatedLoggerApp : TestApp {
@@ -106,10 +99,6 @@ struct EmulatedLoggerApp : TestApp {
   // reading at 4 s shows the value with its unit.
   void Connect() { Run(5000); }
 
-  void Do(void (*action)(App&)) {
-    Dispatch(*app, [this, action] { action(*app); });
-  }
-
   // mnuDownload, then virtual time until the download has ended (or the limit).
   bool Download(double limitMs = 300000) {
     Do(StartDownload);
@@ -123,10 +112,7 @@ struct EmulatedLoggerApp : TestApp {
     return app->s.link.DownloadActive == 0;
   }
 
-  std::size_t Count(char letter) const { return RequestTimes(letter).size(); }
   const sim::Firmware& fw() const { return line.firmware(); }
-  State& s() { return app->s; }
-  Log1View& w() { return app->v.log1; }
 
   sim::LoggerLine line;
   bool plugged = true;

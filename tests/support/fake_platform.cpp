@@ -9,19 +9,22 @@
 #include <fstream>
 #include <sstream>
 
-#include "log1/hooks.h"
 #include "core/fault.h"
-#include "log1/language.h"
-#include "log1/startup.h"
 #include "graph/annotation.h"
 #include "link/link_supervision.h"
 #include "link/timeset.h"
+#include "log1/hooks.h"
+#include "log1/language.h"
+#include "log1/startup.h"
 #include "measure/probe_table.h"
 #include "storage/text_export.h"
+#include "support/settings_text.h"
 
 namespace quillet::testing {
 
-void VirtualScheduler::At(double ms, std::function<void()> fn) { events_.push_back({ms, seq_++, std::move(fn)}); }
+void VirtualScheduler::At(double ms, std::function<void()> fn) {
+  events_.push_back({ms, seq_++, std::move(fn)});
+}
 
 void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
   auto shared = std::make_shared<std::function<void()>>(std::move(fn));
@@ -122,8 +125,10 @@ MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
   if (answer) return answer(request);
   switch (request.buttons) {
     case MsgButtons::Ok:
-    case MsgButtons::OkCancel: return MsgAnswer::Ok;
-    default: return MsgAnswer::Yes;
+    case MsgButtons::OkCancel:
+      return MsgAnswer::Ok;
+    default:
+      return MsgAnswer::Yes;
   }
 }
 
@@ -155,41 +160,75 @@ void ScriptedUi::ShowModal(DialogId dialog) {
   if (onModal) {
     onModal(dialog);
   } else if (app) {
-    // By default the user takes the first language, leaves the port dialog alone and
-    // confirms the clock as it stands.
-    if (dialog == DialogId::langfrm) {
-      LangfrmChoose(*app, 1);
-      LangfrmOk(*app);
-    } else if (dialog == DialogId::frmPort) {
-      FrmPortCancel(*app);
-    } else if (dialog == DialogId::about2) {
-      About2Close(*app);
-    } else if (dialog == DialogId::frmTimeset) {
-      SetClock(*app);
-    } else if (dialog == DialogId::Func1) {
-      ProbeDialogCancel(*app, 1);
-    } else if (dialog == DialogId::FUNC2) {
-      ProbeDialogCancel(*app, 2);
-    } else if (dialog == DialogId::FUNC3) {
-      ProbeDialogCancel(*app, 3);
-    } else if (dialog == DialogId::Describe) {
-      DescribeCancel(*app);
-    } else if (dialog == DialogId::SaveOpt) {
-      SaveOptCancel(*app);
+    // By default the user takes the first language, confirms the clock as it stands and
+    // cancels every other dialog.
+    switch (dialog) {
+      case DialogId::langfrm:
+        LangfrmChoose(*app, 1), LangfrmOk(*app);
+        break;
+      case DialogId::frmPort:
+        FrmPortCancel(*app);
+        break;
+      case DialogId::about2:
+        About2Close(*app);
+        break;
+      case DialogId::frmTimeset:
+        SetClock(*app);
+        break;
+      case DialogId::Func1:
+        ProbeDialogCancel(*app, 1);
+        break;
+      case DialogId::FUNC2:
+        ProbeDialogCancel(*app, 2);
+        break;
+      case DialogId::FUNC3:
+        ProbeDialogCancel(*app, 3);
+        break;
+      case DialogId::Describe:
+        DescribeCancel(*app);
+        break;
+      case DialogId::SaveOpt:
+        SaveOptCancel(*app);
+        break;
+      default:  // dialogs whose tests answer them themselves
+        break;
     }
   }
-  if (app) {
-    const bool stillOpen = (dialog == DialogId::langfrm && app->v.langfrm.visible) ||
-                           (dialog == DialogId::frmPort && app->v.frmPort.visible) ||
-                           (dialog == DialogId::about2 && app->v.about2.visible) ||
-                           (dialog == DialogId::frmTimeset && app->v.frmTimeset.visible) ||
-                           (dialog == DialogId::Func1 && app->v.Func1.visible) ||
-                           (dialog == DialogId::FUNC2 && app->v.FUNC2.visible) ||
-                           (dialog == DialogId::FUNC3 && app->v.FUNC3.visible) ||
-                           (dialog == DialogId::Describe && app->v.Describe.visible) ||
-                           (dialog == DialogId::SaveOpt && app->v.SaveOpt.visible);
-    if (stillOpen) ADD_FAILURE() << "a modal dialog was left open by the test's user";
+  if (!app) return;
+  const Views& v = app->v;
+  bool open = false;
+  switch (dialog) {
+    case DialogId::frmPort:
+      open = v.frmPort.visible;
+      break;
+    case DialogId::langfrm:
+      open = v.langfrm.visible;
+      break;
+    case DialogId::about2:
+      open = v.about2.visible;
+      break;
+    case DialogId::frmTimeset:
+      open = v.frmTimeset.visible;
+      break;
+    case DialogId::Func1:
+      open = v.Func1.visible;
+      break;
+    case DialogId::FUNC2:
+      open = v.FUNC2.visible;
+      break;
+    case DialogId::FUNC3:
+      open = v.FUNC3.visible;
+      break;
+    case DialogId::Describe:
+      open = v.Describe.visible;
+      break;
+    case DialogId::SaveOpt:
+      open = v.SaveOpt.visible;
+      break;
+    default:
+      break;  // dialogs whose tests answer them themselves
   }
+  if (open) ADD_FAILURE() << "a modal dialog was left open by the test's user";
 }
 
 namespace {
@@ -242,13 +281,22 @@ void TestApp::WriteTwoLanguageFile() {
 }
 
 void TestApp::WriteSettings(int comPort, int language, int baud, int fahrenheit, int usDate) {
-  std::ostringstream f;
-  f << "\"[PORT etc]\"\n\"comm port =  " << comPort << "\"\n\"language =  " << language << "\"\n\"baud =  " << baud
-    << "\"\n\"Fahrenheit =  " << fahrenheit << "\"\n\"US Date Format =  " << usDate << "\"\n\"[probe data]\"\n";
-  for (int i = 1; i <= 11; ++i) f << ",,\"\",\"\"\n";
-  for (int i = 0; i <= 61; ++i) f << ",,,,,,,\n";
-  f << "\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"\n";
-  WriteFile("logger1.ini", f.str());
+  WriteFile("logger1.ini", SettingsFileText({comPort, language, baud, fahrenheit, usDate, {}, ""}));
+}
+
+std::vector<std::string> ScriptedUi::MessageTexts() const {
+  std::vector<std::string> t;
+  for (const MessageRequest& m : messages) t.push_back(m.text);
+  return t;
+}
+
+int FaultOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Fault& f) {
+    return f.number();
+  }
+  return 0;
 }
 
 std::vector<double> TestApp::RequestTimes(char letter) const {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "hub/app.h"
 #include "core/platform.h"
+#include "hub/app.h"
 
 namespace quillet::testing {
 
@@ -90,7 +90,8 @@ class FakeTransport : public ByteTransport {
 
   // The far end: given what was written, when, and at what line speed, the bytes it
   // sends back with the times they have arrived (seconds on the scheduler's clock).
-  std::function<std::vector<TimedReply>(const std::string& bytes, double nowSeconds, int baud, int stopBits)> peer;
+  std::function<std::vector<TimedReply>(const std::string& bytes, double nowSeconds, int baud, int stopBits)>
+      peer;
   // Bytes that arrive unasked at a given time.
   void Inject(double atMs, const std::string& bytes);
 
@@ -131,6 +132,7 @@ class ScriptedUi : public UserInterface {
   }
 
   std::vector<MessageRequest> messages;
+  std::vector<std::string> MessageTexts() const;           // the text of each message, in order
   std::function<MsgAnswer(const MessageRequest&)> answer;  // default: the first button
   std::vector<DialogId> modals;
   // What the user does in a modal dialog; must hide it. Default: see ShowModal.
@@ -163,6 +165,15 @@ struct TestApp {
   void WriteSettings(int comPort, int language, int baud, int fahrenheit, int usDate);
   // "D" requests written at the given line speed, in order.
   std::vector<double> RequestTimes(char letter) const;
+  std::size_t Count(char letter) const { return RequestTimes(letter).size(); }
+  // One user action, as its own event.
+  void Do(void (*action)(App&)) {
+    Dispatch(*app, [this, action] { action(*app); });
+  }
+  void Do(const std::function<void()>& action) { Dispatch(*app, action); }
+  State& s() { return app->s; }
+  Log1View& w() { return app->v.log1; }
+  std::string Path(const std::string& name) const { return dir + "/" + name; }
 
   std::string dir;
   VirtualScheduler sched;
@@ -174,5 +185,19 @@ struct TestApp {
   std::unique_ptr<Platform> platform;
   std::unique_ptr<App> app;
 };
+
+// A TestApp with the two-language file and a settings file, started.
+struct StartedApp : TestApp {
+  explicit StartedApp(int comPort = 1, int language = 1, int baud = 1200, int usDate = 0,
+                      DateTime start = 46347.5)
+      : TestApp(start) {
+    WriteTwoLanguageFile();  // strings read "en<n>" and "de<n>"
+    WriteSettings(comPort, language, baud, 0, usDate);
+    Start();
+  }
+};
+
+// The number of the fault the action raises, 0 when it raises none.
+int FaultOf(const std::function<void()>& action);
 
 }  // namespace quillet::testing

@@ -2,44 +2,33 @@
 // once under a real X server read back by another program.
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QProcess>
-#include <QPushButton>
 #include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <cstdlib>
 
-#include "log1/hooks.h"
-#include "hub/app.h"
 #include "log1/language.h"
 #include "ui/dialogs.h"
-#include "ui/main_window.h"
-#include "ui/qt_platform.h"
-#include "ui/serial_transport.h"
+#include "ui/window_program.h"
 
 namespace quillet {
 namespace {
 
+using testing::WhenModal;
+
 // The window with the shipped language file in English and a complete record of three
 // samples, 1.5, 2.5 and 3.5, saved and not zoomed.
-struct WindowWithRecord {
-  WindowWithRecord() {
-    window.Attach(app);
-    Dispatch(app, [this] {
-      LoadLanguageTable(app);
-      app.s.settings.LanguageIndex = 1;
-      ApplyLanguage(app);
+struct WindowWithRecord : testing::WindowProgram {
+  WindowWithRecord() : WindowProgram() {
+    Dispatch(*app, [this] {
+      LoadLanguageTable(*app);
+      app->s.settings.LanguageIndex = 1;
+      ApplyLanguage(*app);
     });
-    SampleRecord& r = app.s.record;
+    SampleRecord& r = app->s.record;
     r.RecordModelCode = 22;
     r.FullSampleCount = r.RecordSampleCount = 3;
     for (int i = 1; i <= 3; ++i) {
@@ -50,37 +39,12 @@ struct WindowWithRecord {
     r.RecordTitle = "Shed";
     r.RecordRangeFactor = 1;
     r.LoggerNumber = 7;
-    app.s.link.DownloadPercent = 100;
-    app.v.log1.Command3.enabled = true;
-    app.v.log1.mnuGClip.enabled = true;
+    app->s.link.DownloadPercent = 100;
+    w().Command3.enabled = w().mnuGClip.enabled = true;
     window.Refresh();
     window.show();
   }
-  QAction* Menu(const char* name) { return window.findChild<QAction*>(name); }
-  QTemporaryDir dir;
-  QtClock clock;
-  QtTimers timers;
-  QtPoster poster;
-  SerialTransport transport;
-  MainWindow window;
-  Platform platform{window, clock, timers, poster, transport, FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}};
-  App app{platform, Log1Hooks()};
-};
-
-// Runs fn on the modal window of the given name once it is up, polling while the
-// window program waits in it.
-struct WhenModal {
-  WhenModal(const QString& name, std::function<void(QWidget*)> fn) {
-    QObject::connect(&timer, &QTimer::timeout, [this, name, fn] {
-      QWidget* w = QApplication::activeModalWidget();
-      if (!w || w->objectName() != name || done) return;
-      done = true;
-      fn(w);
-    });
-    timer.start(30);
-  }
-  QTimer timer;
-  bool done = false;
+  QAction* Menu(const char* name) { return Action(name); }
 };
 
 TEST(DescribeWindow, TypedTextsAreStoredAtOkAndTheFieldsShowTheRecordAgainAfterCancel) {
@@ -101,9 +65,9 @@ TEST(DescribeWindow, TypedTextsAreStoredAtOkAndTheFieldsShowTheRecordAgainAfterC
   }
   EXPECT_EQ(title, "Graph Description:");
   EXPECT_EQ(shownTitle, "Shed");
-  EXPECT_EQ(p.app.s.record.RecordTitle, "Cold  room ");
-  EXPECT_EQ(p.app.s.record.RecordRemarks, "door open\r\nfan off");
-  EXPECT_EQ(p.app.s.record.RecordSaved.Value(), 0);
+  EXPECT_EQ(p.app->s.record.RecordTitle, "Cold  room ");
+  EXPECT_EQ(p.app->s.record.RecordRemarks, "door open\r\nfan off");
+  EXPECT_EQ(p.app->s.record.RecordSaved.Value(), 0);
   EXPECT_TRUE(p.Menu("mnuSaveTXT")->isEnabled());
   EXPECT_FALSE(p.window.Dialog(DialogId::Describe)->isVisible());
 
@@ -112,13 +76,11 @@ TEST(DescribeWindow, TypedTextsAreStoredAtOkAndTheFieldsShowTheRecordAgainAfterC
   {
     WhenModal user("Describe", [&](QWidget* w) {
       w->findChild<QLineEdit*>("Text1")->insert(" lost");
-      QTimer::singleShot(0, w, [w] {
-        static_cast<QDialog*>(w)->reject();
-      });
+      QTimer::singleShot(0, w, [w] { static_cast<QDialog*>(w)->reject(); });
     });
     p.window.findChild<QPushButton*>("Command3")->click();
   }
-  EXPECT_EQ(p.app.s.record.RecordTitle, "Cold  room ");
+  EXPECT_EQ(p.app->s.record.RecordTitle, "Cold  room ");
   {
     WhenModal user("Describe", [&](QWidget* w) {
       titleAgain = w->findChild<QLineEdit*>("Text1")->text();
@@ -133,15 +95,15 @@ TEST(DescribeWindow, TypedTextsAreStoredAtOkAndTheFieldsShowTheRecordAgainAfterC
 
 TEST(SaveOptWindow, DisplayedGraphOnlyThenTheSaveDialogWritesTheShownSamplesUnderATxtName) {
   WindowWithRecord p;
-  SampleRecord& r = p.app.s.record;
+  SampleRecord& r = p.app->s.record;
   r.RecordSampleCount = 2;  // zoomed in on the last two samples
   r.ShownValues[1] = 2.5;
   r.ShownValues[2] = 3.5;
   r.ShownTimes[1] = r.FullTimes[2];
   r.ShownTimes[2] = r.FullTimes[3];
   r.RecordSaved = 0;
-  p.app.s.graph.GraphZoomed = 1;
-  p.app.v.log1.mnuSaveTXT.enabled = true;
+  p.app->s.graph.GraphZoomed = 1;
+  p.app->v.log1.mnuSaveTXT.enabled = true;
   p.window.Refresh();
 
   QString caption;
@@ -179,7 +141,7 @@ TEST(SaveOptWindow, DisplayedGraphOnlyThenTheSaveDialogWritesTheShownSamplesUnde
   EXPECT_EQ(lines[2], "2");
   EXPECT_TRUE(lines[13].endsWith("\t2.5"));
   EXPECT_TRUE(lines[14].endsWith("\t3.5"));
-  EXPECT_EQ(p.app.s.files.DisplayedSaved, 1);
+  EXPECT_EQ(p.app->s.files.DisplayedSaved, 1);
 }
 
 TEST(ClipboardWindow, GraphToClipboardPutsThePictureOfTheGraphSurfaceThere) {
@@ -203,15 +165,17 @@ TEST(ClipboardWindow, AnotherProgramReadsTheGraphFromTheXClipboardAsPng) {
   if (!qEnvironmentVariableIsSet("QUILLET_XVFB_CHILD")) {
     const QString xvfbRun = QStandardPaths::findExecutable("xvfb-run");
     const QString xclip = QStandardPaths::findExecutable("xclip");
-    if (xvfbRun.isEmpty() || xclip.isEmpty()) GTEST_SKIP() << "needs xvfb-run and xclip (scripts/install-deps.sh)";
+    if (xvfbRun.isEmpty() || xclip.isEmpty())
+      GTEST_SKIP() << "needs xvfb-run and xclip (scripts/install-deps.sh)";
     QProcess child;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("QUILLET_XVFB_CHILD", "1");
     env.insert("QT_QPA_PLATFORM", "xcb");
     child.setProcessEnvironment(env);
     child.setProcessChannelMode(QProcess::MergedChannels);
-    child.start(xvfbRun, {"-a", QCoreApplication::applicationFilePath(),
-                          "--gtest_filter=ClipboardWindow.AnotherProgramReadsTheGraphFromTheXClipboardAsPng"});
+    child.start(xvfbRun,
+                {"-a", QCoreApplication::applicationFilePath(),
+                 "--gtest_filter=ClipboardWindow.AnotherProgramReadsTheGraphFromTheXClipboardAsPng"});
     ASSERT_TRUE(child.waitForFinished(60000));
     const QString out = QString::fromUtf8(child.readAll());
     EXPECT_EQ(child.exitCode(), 0) << out.toStdString();

@@ -1,53 +1,19 @@
 // quillet-cli download and decode: the record files they write, and their refusals.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QThread>
+#include "ui/window_program.h"
 
 namespace {
 
-struct CliRun {
-  int exitCode = -1;
-  QString out, err;
-};
-
-CliRun RunCli(const QStringList& args, int timeoutMs = 60000) {
-  QProcess cli;
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", args);
-  CliRun r;
-  if (!cli.waitForFinished(timeoutMs)) {
-    cli.kill();
-    cli.waitForFinished();
-    r.err = "timed out";
-    return r;
-  }
-  r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-  r.out = QString::fromUtf8(cli.readAllStandardOutput());
-  r.err = QString::fromUtf8(cli.readAllStandardError());
-  return r;
-}
+using quillet::testing::CliRun;
+using quillet::testing::RunCli;
 
 // A logger emulator on a pseudo-terminal, reachable through a link in dir.
-class Sim {
- public:
-  Sim(const QTemporaryDir& dir, QStringList args) : link_(dir.path() + "/tty") {
-    proc_.start(QUILLET_BIN_DIR "/quillet-sim", args << "--link" << link_);
-    QElapsedTimer t;
-    t.start();
-    while (!QFile::exists(link_) && t.elapsed() < 5000) QThread::msleep(20);
-  }
-  ~Sim() {
-    proc_.terminate();
-    proc_.waitForFinished(3000);
-  }
-  const QString& device() const { return link_; }
-
- private:
-  QString link_;
-  QProcess proc_;
+struct Sim : quillet::testing::EmulatorProcess {
+  Sim(const QTemporaryDir& dir, const QStringList& args)
+      : EmulatorProcess(dir.path() + "/tty", args), link(dir.path() + "/tty") {}
+  const QString& device() const { return link; }
+  QString link;
 };
 
 QStringList Lines(const QString& path) {
@@ -89,7 +55,7 @@ TEST(CliDownload, At4800WritesTheRecordAndTheRawBytesWhichDecodeToTheSameValues)
 
   const QString again = dir.path() + "/again.txt";
   const CliRun d = RunCli({"decode", "--header", raw + ".header.bin", "--block", raw + ".block.bin", "--now",
-                        "2026-11-21 10:00:00", "--out", again});
+                           "2026-11-21 10:00:00", "--out", again});
   ASSERT_EQ(d.exitCode, 0) << d.err.toStdString();
   const QStringList decoded = Lines(again);
   EXPECT_EQ(decoded.mid(0, 13), lines.mid(0, 13));
@@ -164,13 +130,15 @@ TEST(CliDecode, RefusesBadInputWithOneLineAndNoFile) {
   WriteFile(shortH, Header(0, 100, 99).left(21));
   WriteFile(big, Header(5, 98304, 40000));  // a day on the largest memory: far past 16384
   auto decode = [&](const QString& header, const QString& block) {
-    return RunCli({"decode", "--header", header, "--block", block, "--now", "2026-11-21 12:00:00", "--out", rec});
+    return RunCli(
+        {"decode", "--header", header, "--block", block, "--now", "2026-11-21 12:00:00", "--out", rec});
   };
   ExpectRefusal(decode(shortH, b), rec, "21 bytes");
   ExpectRefusal(decode(big, b), rec, "at most 16384");
   ExpectRefusal(decode(h, b), rec, "past the end of the block");
   ExpectRefusal(decode(dir.path() + "/missing.bin", b), rec, "cannot read");
-  ExpectRefusal(RunCli({"decode", "--header", h, "--block", b, "--now", "tomorrow", "--out", rec}), rec, "--now");
+  ExpectRefusal(RunCli({"decode", "--header", h, "--block", b, "--now", "tomorrow", "--out", rec}), rec,
+                "--now");
 
   WriteFile(b, QByteArray(100, '\x50'));
   const CliRun ok = decode(h, b);

@@ -1,31 +1,25 @@
 // quillet-cli live against quillet-sim over a real pseudo-terminal.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QThread>
+
+#include "ui/window_program.h"
 
 namespace {
+
+using quillet::testing::RunCli;
 
 TEST(CliLive, PrintsOneLinePerReadingWithTheValueATabAndTheUnit) {
   QTemporaryDir dir;
   const QString link = dir.path() + "/tty";
-  QProcess sim;
-  sim.start(QUILLET_BIN_DIR "/quillet-sim", {"--model", "18", "--baud", "4800", "--signal", "steady", "--level",
-                                              "12.5", "--link", link});
-  QElapsedTimer t;
-  t.start();
-  while (!QFile::exists(link) && t.elapsed() < 5000) QThread::msleep(20);
-  QProcess cli;
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", {"live", "--port", link, "--count", "2"});
-  ASSERT_TRUE(cli.waitForFinished(30000));
-  sim.terminate();
-  sim.waitForFinished(3000);
-  EXPECT_EQ(cli.exitCode(), 0) << cli.readAllStandardError().toStdString();
-  const QStringList lines = QString::fromUtf8(cli.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+  quillet::testing::CliRun cli;
+  {
+    quillet::testing::EmulatorProcess sim(
+        link, {"--model", "18", "--baud", "4800", "--signal", "steady", "--level", "12.5"});
+    cli = RunCli({"live", "--port", link, "--count", "2"}, 30000);
+  }
+  EXPECT_EQ(cli.exitCode, 0) << cli.err.toStdString();
+  const QStringList lines = cli.out.split('\n', Qt::SkipEmptyParts);
   ASSERT_EQ(lines.size(), 2);
   for (const QString& line : lines) {
     // "YYYY-MM-DD hh:mm:ss 12.50<TAB>V rms"
@@ -35,13 +29,10 @@ TEST(CliLive, PrintsOneLinePerReadingWithTheValueATabAndTheUnit) {
 }
 
 TEST(CliLive, ADeviceThatDoesNotExistGivesOneLineAndANonZeroExit) {
-  QProcess cli;
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", {"live", "--port", "/nonexistent/tty", "--count", "1"});
-  ASSERT_TRUE(cli.waitForFinished(15000));
-  EXPECT_NE(cli.exitCode(), 0);
-  const QString err = QString::fromUtf8(cli.readAllStandardError());
-  EXPECT_EQ(err.count('\n'), 1) << err.toStdString();
-  EXPECT_TRUE(cli.readAllStandardOutput().isEmpty());
+  const quillet::testing::CliRun cli = RunCli({"live", "--port", "/nonexistent/tty", "--count", "1"}, 15000);
+  EXPECT_NE(cli.exitCode, 0);
+  EXPECT_EQ(cli.err.count('\n'), 1) << cli.err.toStdString();
+  EXPECT_TRUE(cli.out.isEmpty());
 }
 
 }  // namespace

@@ -7,22 +7,14 @@
 #include <QTemporaryDir>
 #include <cmath>
 
+#include "ui/window_program.h"
+
 namespace {
 
-struct Rendered {
-  int exitCode = -1;
-  QString out, err;
-};
+using Rendered = quillet::testing::CliRun;
 
 Rendered Render(const QStringList& args) {
-  QProcess cli;
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", QStringList{"render"} << args);
-  Rendered r;
-  if (!cli.waitForFinished(30000)) return r;
-  r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-  r.out = QString::fromUtf8(cli.readAllStandardOutput());
-  r.err = QString::fromUtf8(cli.readAllStandardError());
-  return r;
+  return quillet::testing::RunCli(QStringList{"render"} << args, 30000);
 }
 
 // A record file with the given values, one a minute from 10:00 on 21 Nov 2026.
@@ -30,11 +22,13 @@ QString WriteRecord(const QTemporaryDir& dir, const QString& name, const std::ve
   const QString path = dir.path() + "/" + name;
   QFile f(path);
   if (!f.open(QIODevice::WriteOnly)) return {};
-  QByteArray text = "\"loggerfile\"\r\n\"rev02\"\r\n" + QByteArray::number(static_cast<int>(values.size())) + "\r\n";
+  QByteArray text =
+      "\"loggerfile\"\r\n\"rev02\"\r\n" + QByteArray::number(static_cast<int>(values.size())) + "\r\n";
   for (int i = 0; i < 7; ++i) text += "\"\"\r\n";
   text += "1\r\n77\r\n\"V\"\r\n";
   for (std::size_t i = 0; i < values.size(); ++i) {
-    text += QByteArray::number(46347.0 + 10.0 / 24 + i / 1440.0, 'f', 8) + "\t" + QByteArray::number(values[i]) + "\r\n";
+    text += QByteArray::number(46347.0 + 10.0 / 24 + i / 1440.0, 'f', 8) + "\t" +
+            QByteArray::number(values[i]) + "\r\n";
   }
   f.write(text);
   return path;
@@ -85,17 +79,20 @@ TEST(CliRender, ReportsTheScaleOfDataFromMinus3To7AndDrawsItsLabels) {
 TEST(CliRender, ThePictureOfTheReferenceRecordMatchesTheCheckedInOne) {
   QTemporaryDir dir;
   const QString out = dir.path() + "/graph.png";
-  const Rendered r = Render({QUILLET_TEST_DATA_DIR "/reference_record.txt", "--out", out, "--size", "800x400"});
+  const Rendered r =
+      Render({QUILLET_TEST_DATA_DIR "/reference_record.txt", "--out", out, "--size", "800x400"});
   ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
   const QImage got = QImage(out).convertToFormat(QImage::Format_RGB32);
-  const QImage want = QImage(QUILLET_TEST_DATA_DIR "/reference_graph.png").convertToFormat(QImage::Format_RGB32);
+  const QImage want =
+      QImage(QUILLET_TEST_DATA_DIR "/reference_graph.png").convertToFormat(QImage::Format_RGB32);
   ASSERT_EQ(got.size(), want.size());
   // Small differences in text smoothing are allowed; a moved line or label is not.
   long differing = 0;
   for (int y = 0; y < got.height(); ++y) {
     for (int x = 0; x < got.width(); ++x) {
       const QRgb a = got.pixel(x, y), b = want.pixel(x, y);
-      const int d = std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
+      const int d = std::max(
+          {std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
       differing += d > 64;
     }
   }
@@ -113,7 +110,8 @@ TEST(CliRender, WritesAVectorPdfWithTheLabelsAsText) {
   EXPECT_TRUE(pdf.read(5) == "%PDF-");
   QProcess text;
   text.start("pdftotext", {out, "-"});
-  if (!text.waitForFinished(10000) || text.exitCode() != 0) GTEST_SKIP() << "pdftotext (poppler-utils) is needed";
+  if (!text.waitForFinished(10000) || text.exitCode() != 0)
+    GTEST_SKIP() << "pdftotext (poppler-utils) is needed";
   const QString words = QString::fromUtf8(text.readAllStandardOutput());
   EXPECT_TRUE(words.contains("Greenhouse 2")) << words.toStdString();
   EXPECT_TRUE(words.contains("degC"));
@@ -129,10 +127,10 @@ TEST(CliRender, RefusesWhatItCannotDrawWithOneLineAndNoPicture) {
   f.write("shopping list\r\n");
   f.close();
   const QString tiny = WriteRecord(dir, "tiny.txt", {1, 2});
-  for (const QStringList& args : {QStringList{dir.path() + "/missing.txt", "--out", out},
-                                  QStringList{notRecord, "--out", out}, QStringList{tiny, "--out", out},
-                                  QStringList{tiny, "--out", dir.path() + "/x.gif"},
-                                  QStringList{tiny, "--out", out, "--size", "big"}}) {
+  for (const QStringList& args :
+       {QStringList{dir.path() + "/missing.txt", "--out", out}, QStringList{notRecord, "--out", out},
+        QStringList{tiny, "--out", out}, QStringList{tiny, "--out", dir.path() + "/x.gif"},
+        QStringList{tiny, "--out", out, "--size", "big"}}) {
     const Rendered r = Render(args);
     EXPECT_NE(r.exitCode, 0) << args.join(' ').toStdString();
     EXPECT_EQ(r.err.count('\n'), 1) << r.err.toStdString();
