@@ -194,6 +194,11 @@ void DecodeHeader(App& app, const std::string& reply) {
     status = pos(15);
     G.ModelCode = pos(17);
     w0 = pos(18); w1 = pos(19); w2 = pos(20);
+    // A layout 2 logger has no range byte: its two-byte counts are always taken at 1, the
+    // value every one of its live readings gives. Setting it here too means a download
+    // asked for before the next live reading does not decode with an unset (or an earlier
+    // logger's) range input.
+    G.ScaleByte = 1;
     // The rest of a layout 2 header is thrown away once it has had time to arrive.
     app.p.transport.Settle(kLayout2TrailSeconds);
     app.port.Input();
