@@ -6,7 +6,7 @@
 set -euo pipefail
 ROOT=$(cd "$(dirname "$0")/.." && pwd)
 SECONDS_TO_RUN=${1:-600}
-BIN="$ROOT/build/bin"
+BIN=${QUILLET_BIN:-$ROOT/build/bin}
 WORK=$(mktemp -d)
 PIDS=()
 cleanup() { for p in "${PIDS[@]}"; do kill "$p" 2>/dev/null || true; done; rm -rf "$WORK"; }

@@ -332,6 +332,33 @@ class Campaign {
   std::vector<Answer> answers_;
 };
 
+// A header cut short (its last byte lost) leaves the header phase waiting for bytes that
+// never come. The next header request must still go out at the same speed: a download
+// asked for afterwards completes without the link giving up the logger's speed.
+TEST(CutHeader, TheNextHeaderRequestGoesOutAndTheDownloadCompletesAtTheSameSpeed) {
+  sim::LoggerConfig c;
+  c.modelCode = 17;
+  c.elapsedAtStart = 400;
+  EmulatedLoggerApp t(c);
+  auto inner = t.transport.peer;
+  bool cut = false;
+  t.transport.peer = [&](const std::string& bytes, double now, int baud, int stop) {
+    auto out = inner(bytes, now, baud, stop);
+    if (!cut && bytes.size() >= 2 && bytes.back() == 'R' && !out.empty()) {
+      cut = true;
+      out.pop_back();
+    }
+    return out;
+  };
+  t.Connect();
+  ASSERT_TRUE(cut);
+  EXPECT_NE(t.s().link.HeaderRead, 1);
+  ASSERT_TRUE(t.Download(30000));
+  EXPECT_EQ(t.s().settings.BaudRate.Value(), 1200);
+  EXPECT_FALSE(t.w().Label35.visible);
+  EXPECT_GT(t.s().record.RecordSampleCount.Value(), 300);
+}
+
 int Runs() {
   const char* env = std::getenv("QUILLET_FAULT_RUNS");
   const int n = env ? std::atoi(env) : 0;
