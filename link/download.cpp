@@ -247,7 +247,10 @@ void DecodeHeader(App& app, const std::string& reply) {
   }
   G.RangeMarks[5] = 0;
   if (G.HalfFills > 1) G.BlockBytes = G.RecordReplyFormat * G.MemorySize;
-  s.link.BlockTimeLimit = G.BlockBytes / s.settings.BaudRate * 14;
+  // The time a block is given; no block is longer than the receive buffer, so a header
+  // that announces more (a garbled one) does not make the link wait for the rest.
+  const double blockLimitBytes = G.BlockBytes > kReceiveBufferLimit ? kReceiveBufferLimit : G.BlockBytes.Value();
+  s.link.BlockTimeLimit = blockLimitBytes / s.settings.BaudRate * 14;
   LinkState& L = s.link;
   L.LinkMode = kModeIdle;
   L.HeaderRead = 1;
