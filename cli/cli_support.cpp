@@ -9,6 +9,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "core/fault.h"
+#include "core/file_commit.h"
+
 namespace quillet {
 
 Options ParseOptions(const std::string& command, int argc, char** argv, int first,
@@ -62,22 +65,10 @@ std::string ReadBinaryFile(const std::string& path) {
 }
 
 void WriteBinaryFile(const std::string& path, const std::string& bytes) {
-  const std::string temp = path + ".part";
-  {
-    std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-    if (!out) throw CommandError{"cannot write " + path + ": " + std::strerror(errno)};
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.flush();
-    if (!out) {
-      std::remove(temp.c_str());
-      throw CommandError{"cannot write " + path};
-    }
-  }
-  std::error_code ec;
-  std::filesystem::rename(temp, path, ec);
-  if (ec) {
-    std::remove(temp.c_str());
-    throw CommandError{"cannot write " + path + ": " + ec.message()};
+  try {
+    CommitBytesTo(path, bytes);
+  } catch (const Fault& f) {
+    throw CommandError{"cannot write " + path + ": " + FaultDescription(f.number())};
   }
 }
 

@@ -4,7 +4,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
+#include <QBuffer>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -127,10 +127,10 @@ int RunRender(const Options& opts) {
   }
   if (app.s.record.RecordFromFile != 1) throw CommandError{"cannot read " + record};
 
-  QSaveFile file(QString::fromStdString(out));
-  if (!file.open(QIODevice::WriteOnly)) {
-    throw CommandError{"cannot write " + out + ": " + file.errorString().toStdString()};
-  }
+  // The picture is made in memory and then put in place whole (core/file_commit.h).
+  QByteArray bytes;
+  QBuffer file(&bytes);
+  file.open(QIODevice::WriteOnly);
   bool drawn = false;
   try {
     if (pdf) {
@@ -148,15 +148,14 @@ int RunRender(const Options& opts) {
       }
     }
   } catch (const Fault& f) {
-    file.cancelWriting();
     throw CommandError{"cannot draw " + record + ": " + (f.detail().empty() ? FaultDescription(f.number()) : f.detail())};
   }
   if (!drawn) {
-    file.cancelWriting();
     throw CommandError{"nothing to draw: " + record + " holds " +
                        GeneralNumber(app.s.record.RecordSampleCount.Value()) + " samples; a graph needs three"};
   }
-  if (!file.commit()) throw CommandError{"cannot write " + out + ": " + file.errorString().toStdString()};
+  file.close();
+  WriteBinaryFile(out, bytes.toStdString());
   if (Find(opts, "--axes")) PrintAxes(app);
   return 0;
 }

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "core/fault.h"
+#include "core/file_commit.h"
 #include "core/formatting.h"
 
 namespace quillet {
@@ -171,24 +172,6 @@ void TextWriter::EndLine() {
   lineStarted_ = false;
 }
 
-void TextWriter::CommitTo(const std::string& path) const {
-  const std::string tmp = path + ".tmp~";
-  {
-    std::FILE* f = std::fopen(tmp.c_str(), "wb");
-    if (!f) throw Fault(kFaultPathAccess, path);
-    const std::size_t n = std::fwrite(out_.data(), 1, out_.size(), f);
-    const bool flushed = std::fflush(f) == 0;
-    const int err = errno;
-    std::fclose(f);
-    if (n != out_.size() || !flushed) {
-      std::remove(tmp.c_str());
-      throw Fault(err == ENOSPC ? kFaultDiskFull : kFaultPathAccess, path);
-    }
-  }
-  if (std::rename(tmp.c_str(), path.c_str()) != 0) {
-    std::remove(tmp.c_str());
-    throw Fault(kFaultPathAccess, path);
-  }
-}
+void TextWriter::CommitTo(const std::string& path) const { CommitBytesTo(path, out_); }
 
 }  // namespace quillet

@@ -44,9 +44,8 @@ class TextReader {
 // place of the sign for numbers not below 0.
 std::string StrOfNumber(Number value);
 
-// Builds a file in memory and puts it in place atomically: the text goes to a temporary
-// file beside the target, which is then renamed over it, so a crash or a full disk never
-// leaves half a file where a good one was.
+// Builds a file in memory and puts it in place as core/file_commit.h tells: a crash or a
+// full disk never leaves half a file where a good one was.
 class TextWriter {
  public:
   explicit TextWriter(std::string lineEnd = "\n") : lineEnd_(std::move(lineEnd)) {}

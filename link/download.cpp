@@ -194,6 +194,11 @@ void DecodeHeader(App& app, const std::string& reply) {
     status = pos(15);
     G.ModelCode = pos(17);
     w0 = pos(18); w1 = pos(19); w2 = pos(20);
+    // A layout 2 logger has no range byte: its two-byte counts are always taken at 1, the
+    // value every one of its live readings gives. Setting it here too means a download
+    // asked for before the next live reading does not decode with an unset (or an earlier
+    // logger's) range input.
+    G.ScaleByte = 1;
     // The rest of a layout 2 header is thrown away once it has had time to arrive.
     app.p.transport.Settle(kLayout2TrailSeconds);
     app.port.Input();
@@ -242,7 +247,10 @@ void DecodeHeader(App& app, const std::string& reply) {
   }
   G.RangeMarks[5] = 0;
   if (G.HalfFills > 1) G.BlockBytes = G.RecordReplyFormat * G.MemorySize;
-  s.link.BlockTimeLimit = G.BlockBytes / s.settings.BaudRate * 14;
+  // The time a block is given; no block is longer than the receive buffer, so a header
+  // that announces more (a garbled one) does not make the link wait for the rest.
+  const double blockLimitBytes = G.BlockBytes > kReceiveBufferLimit ? kReceiveBufferLimit : G.BlockBytes.Value();
+  s.link.BlockTimeLimit = blockLimitBytes / s.settings.BaudRate * 14;
   LinkState& L = s.link;
   L.LinkMode = kModeIdle;
   L.HeaderRead = 1;

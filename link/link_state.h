@@ -33,6 +33,10 @@ struct LinkState {
   std::int16_t DownloadRefused = 0;
   std::int16_t SetTimeFromMenu = 0;
   Number DownloadPercent;
+  // When the last live request went out (days, the clock's time): a header request waits
+  // until its reply has had time to land, so that reply is flushed and not taken as the
+  // header's acknowledge.
+  double LiveRequestAt = -1;
 };
 
 // What the connected logger reported; all of it survives the loss of the logger.

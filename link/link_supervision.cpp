@@ -12,6 +12,10 @@ namespace quillet {
 
 namespace {
 
+// How long a live reply may still be on the wire after its "D": the logger's turnaround
+// and three bytes at 1200 bit/s, with room to spare.
+constexpr double kLiveReplyWindowSeconds = 0.25;
+
 Control& PortOption(App& app, int n) {
   FrmPortView& d = app.v.frmPort;
   Control* o[] = {&d.Option1, &d.Option2, &d.Option3, &d.Option4, &d.Option5};
@@ -23,6 +27,7 @@ Control& PortOption(App& app, int n) {
 const char* SettingsFor(double baud) { return baud == 4800 ? "4800,N,8,2" : "1200,N,8,2"; }
 
 void SendCommand(App& app, char letter) {
+  if (letter == 'D') app.s.link.LiveRequestAt = Now(app);
   app.port.SetRThreshold(1);
   app.port.Input();  // stale bytes of an earlier exchange go here
   app.port.Output(std::string{'\0', letter});
@@ -31,6 +36,11 @@ void SendCommand(App& app, char letter) {
 void OnHeaderTick(App& app) {
   LinkState& L = app.s.link;
   if (L.LinkOff == 1 || L.LinkMode != kModeHeader || L.HeaderPhase == 1 || L.PortChosen == 0) return;
+  // A download takes the link from a live reading at any moment: while the reply of the
+  // last "D" may still be on its way, the "R" waits a tick, or that reply's 0x04 would be
+  // read as the header's and the header would come out shifted by two bytes.
+  const double sinceLive = (Now(app) - L.LiveRequestAt) * 86400.0;
+  if (L.LiveRequestAt >= 0 && sinceLive >= 0 && sinceLive < kLiveReplyWindowSeconds) return;
   app.port.SetRThreshold(1);
   L.HeaderRetries = static_cast<std::int16_t>(L.HeaderRetries + 1);
   if (L.HeaderRetries < kHeaderRequestLimit) {
@@ -82,7 +92,18 @@ void OnWatchdogTick(App& app) {
       if (L.ModeTicks >= 3) {
         L.ModeTicks = 0;
         app.v.log1.Label15.visible = false;
+        // A header cut short (a byte lost, the logger pulled mid-reply) never reaches its
+        // 22 bytes; without this the phase would stay 1 and no "R" would ever be sent again.
+        L.HeaderPhase = 0;
         L.LinkMode = kModeLive;
+        // During a download its tick takes the link back within a second, so the live
+        // poll never runs long enough to give up the speed: a logger switched to the other
+        // speed would be asked for its header at the wrong one until the twenty requests
+        // run out. Here the header's own silence judges the speed.
+        if (L.DownloadActive == 1) {
+          L.LoggerSeen = 0;
+          SwitchSpeed(app);
+        }
       }
       break;
     case kModeBlock:
@@ -99,6 +120,8 @@ void OnWatchdogTick(App& app) {
     case kModeLive:
       if (L.ModeTicks >= 2) {
         L.LoggerSeen = 0;
+        // A reading cut short after its 0x04 would otherwise stop every further "D".
+        L.LivePhase = 0;
         if (!(L.BaudConfirmed == 1 && L.ModeTicks < 10)) SwitchSpeed(app);
       }
       break;
@@ -112,7 +135,11 @@ void OnSerialEvent(App& app) {
   switch (static_cast<int>(app.s.link.LinkMode.Value())) {
     case kModeHeader: HeaderReplyEvent(app); break;
     case kModeBlock: BlockReplyEvent(app); break;
-    case kModeLive: LiveReplyEvent(app); break;
+    case kModeLive:
+      LiveReplyEvent(app);
+      // The reading is in: nothing of it is left on the wire.
+      if (app.s.link.LinkMode != kModeLive) app.s.link.LiveRequestAt = -1;
+      break;
     default: break;  // idle: the bytes stay until the next request flushes them
   }
 }

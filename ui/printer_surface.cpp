@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include "core/fault.h"
+#include "core/file_commit.h"
 #include "ui/painter_surface.h"
 
 namespace quillet {
@@ -175,7 +176,10 @@ void QtPrinterSurface::Send() {
   open_ = false;
   std::vector<std::vector<Op>> pages;
   pages.swap(pages_);
-  const QString part = pdfPath_.isEmpty() ? QString() : pdfPath_ + ".part";
+  // A PDF goes to the temporary file beside its target and is put in place whole.
+  const QString part = pdfPath_.isEmpty()
+                           ? QString()
+                           : QString::fromStdString(TemporaryFileFor(CommitTarget(pdfPath_.toStdString())));
   if (!part.isEmpty()) printer_->setOutputFileName(part);
   bool ok = true;
   {
@@ -217,7 +221,14 @@ void QtPrinterSurface::Send() {
   }
   if (printer_->printerState() == QPrinter::Error) ok = false;
   if (!part.isEmpty()) {
-    if (ok && std::rename(QFile::encodeName(part).constData(), QFile::encodeName(pdfPath_).constData()) == 0) return;
+    if (ok) {
+      try {
+        CommitWrittenTemporary(pdfPath_.toStdString());
+        return;
+      } catch (const Fault& f) {
+        throw Fault(kFaultPrinter, "cannot write " + pdfPath_.toStdString() + ": " + FaultDescription(f.number()));
+      }
+    }
     QFile::remove(part);
     throw Fault(kFaultPrinter, "cannot write " + pdfPath_.toStdString());
   }

@@ -39,6 +39,7 @@ struct Faults {
   int noisyReplies = -1;      // how many replies get the noise
   double silentAfter = -1.0;  // caller seconds after the line's start when silence begins; < 0 never
   double silentFor = 0.0;     // how long the silence lasts
+  double silentEvery = 0.0;   // > 0: the silence comes back this many seconds after each start
 };
 
 struct LoggerConfig {

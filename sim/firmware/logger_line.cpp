@@ -1,6 +1,7 @@
 #include "sim/firmware/logger_line.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "sim/firmware/signal.h"
@@ -21,7 +22,9 @@ bool LoggerLine::SilentAt(double now) const {
   const Faults& f = config_.faults;
   if (f.silentAfter < 0.0) return false;
   const double from = startTime_ + f.silentAfter;
-  return now >= from && now < from + f.silentFor;
+  if (now < from) return false;
+  if (f.silentEvery > 0.0) return std::fmod(now - from, f.silentEvery) < f.silentFor;
+  return now < from + f.silentFor;
 }
 
 std::vector<TimedByte> LoggerLine::Receive(const std::vector<std::uint8_t>& bytes, double now, int appBaud,

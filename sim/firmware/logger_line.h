@@ -61,6 +61,13 @@ class LoggerLine {
   const LoggerConfig& config() const { return config_; }
   const std::vector<LineCommand>& Commands() const { return commands_; }
 
+  // The logger is switched to another line speed (1200 or 4800): from now on it only
+  // hears, and answers, a sender at that speed.
+  void SetBaud(int baud) {
+    config_.baud = baud;
+    armed_ = false;
+  }
+
   // Logger time (seconds since it started) at the caller's time `now`.
   double LoggerSeconds(double now) const { return config_.elapsedAtStart + (now - startTime_); }
   bool SilentAt(double now) const;

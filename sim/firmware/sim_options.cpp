@@ -127,6 +127,7 @@ SimOptions ParseSimOptions(const std::vector<std::string>& args) {
          c.faults.silentFor = ParseDuration(v);
          silentForGiven = true;
        }},
+      {"--silent-every", [&](auto&, auto& v) { c.faults.silentEvery = ParseDuration(v); }},
       {"--extra-bytes", [&](auto& n, auto& v) { c.extraLayout2Bytes = ParseInt(n, v, 0, 64); }},
   };
 
@@ -195,6 +196,7 @@ Faults:
   --noisy-replies K       only the first K replies get noise (default all)
   --silent-after DURATION go silent this long after start ...
   --silent-for DURATION   ... for this long
+  --silent-every DURATION ... and again each time this much later (a logger that comes and goes)
 Other:
   --verbose               one line on stderr per command heard
   --help                  this text
