@@ -78,7 +78,7 @@ QUILLET_FUZZ_TARGET(serial) {
   }
   // The script is spent: the line falls silent, and the watchdog has its say.
   script.n = 0;
-  if (!app.ended) t.Run(60000);
+  if (!app.ended) t.Run(20000);
   CheckInvariants(app, t.ui);
   return 0;
 }
