@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cmath>
+#include <cstdlib>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -76,6 +78,17 @@ void CheckDevice(const std::string& device) {
   if (::access(device.c_str(), R_OK | W_OK) != 0) {
     throw CommandError{"cannot open " + device + ": " + std::strerror(errno)};
   }
+}
+
+double TimeoutOption(const Options& opts) {
+  const std::string* t = Find(opts, "--timeout");
+  if (!t) return 0;
+  char* end = nullptr;
+  const double timeout = std::strtod(t->c_str(), &end);
+  if (end == t->c_str() || *end != '\0' || !(timeout > 0) || !std::isfinite(timeout)) {
+    throw CommandError{"--timeout must be a number of seconds", 2};
+  }
+  return timeout;
 }
 
 std::string BaudOption(const Options& opts) {

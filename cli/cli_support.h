@@ -35,6 +35,9 @@ void WriteBinaryFile(const std::string& path, const std::string& bytes);
 // Fails unless the serial device can be opened for reading and writing.
 void CheckDevice(const std::string& device);
 
+// --timeout in seconds, above 0; 0 when not given.
+double TimeoutOption(const Options& opts);
+
 // 1200 or 4800, or empty when not given.
 std::string BaudOption(const Options& opts);
 

@@ -69,21 +69,46 @@ int RunDecode(const Options& opts) {
   }
   if (const std::string* profile = Find(opts, "--profile")) ApplyDecodeProfile(app, ui, *profile);
 
-  try {
-    // A two-byte logger's header leaves the scale byte as its live readings left it.
-    app.s.logger.ScaleByte = 1;
-    app.s.clock.ClockOffset = 0;
-    DecodeHeader(app, header.substr(0, kHeaderBytes));
-    CheckAnnouncedSamples(app);
-    // Every byte of the block goes into the receive buffer, as far as the buffer holds.
-    app.port.SetRThreshold(0);
-    app.port.Input();
-    transport.Feed(block);
-    FinishBlock(app);
-  } catch (const Fault& f) {
-    const std::string why = f.detail().empty() ? FaultDescription(f.number()) : f.detail();
-    throw CommandError{"cannot decode " + blockPath + " (" + std::to_string(block.size()) + " bytes): " + why};
+  // Every step runs in the dispatcher, as in the window: a fault that ends the program (a
+  // missing probes.dat under DecodeHeader) ends this command the same way, with its message
+  // and a non-zero exit, and writes no file.
+  ui.where = headerPath;
+  const std::string probesPath = places.probesFile.empty() ? places.programDir + "/probes.dat" : places.probesFile;
+  std::string failure;
+  auto why = [](const Fault& f) {
+    return FaultDescription(f.number()) + (f.detail().empty() ? "" : " (" + f.detail() + ")");
+  };
+  Dispatch(app, [&] {
+    try {
+      // A two-byte logger's header leaves the scale byte as its live readings left it.
+      app.s.logger.ScaleByte = 1;
+      app.s.clock.ClockOffset = 0;
+      DecodeHeader(app, header.substr(0, kHeaderBytes));
+    } catch (const Fault& f) {
+      failure = "the logger's header in " + headerPath + " could not be decoded: " + why(f);
+    }
+  });
+  if (!failure.empty()) throw CommandError{failure};
+  if (app.s.logger.ModelCode == 16 && app.s.measure.ProbeFactorNotNumber == 1) {
+    std::fprintf(stderr,
+                 "quillet-cli: warning: %s has a probe factor that is not a number; the record has no unit "
+                 "and no remembered probe\n",
+                 probesPath.c_str());
   }
+  CheckAnnouncedSamples(app);
+  ui.where = blockPath;
+  Dispatch(app, [&] {
+    try {
+      // Every byte of the block goes into the receive buffer, as far as the buffer holds.
+      app.port.SetRThreshold(0);
+      app.port.Input();
+      transport.Feed(block);
+      FinishBlock(app);
+    } catch (const Fault& f) {
+      failure = "cannot decode " + blockPath + " (" + std::to_string(block.size()) + " bytes): " + why(f);
+    }
+  });
+  if (!failure.empty()) throw CommandError{failure};
   WriteRecordOutputs(app, out, "", header);
   return 0;
 }

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -36,12 +37,8 @@ int RunDownload(const Options& opts) {
   const std::string device = Required(opts, "download", "--port");
   const std::string out = Required(opts, "download", "--out");
   const std::string rawPrefix = Find(opts, "--raw") ? *Find(opts, "--raw") : "";
-  double timeout = kDefaultTimeoutSeconds;
-  if (const std::string* t = Find(opts, "--timeout")) {
-    char* end = nullptr;
-    timeout = std::strtod(t->c_str(), &end);
-    if (end == t->c_str() || *end != '\0' || !(timeout > 0)) throw CommandError{"--timeout must be a number of seconds", 2};
-  }
+  const bool timeoutGiven = Find(opts, "--timeout") != nullptr;
+  const double timeout = timeoutGiven ? TimeoutOption(opts) : kDefaultTimeoutSeconds;
   LinkSession session(device, opts);
   App& app = session.app();
 
@@ -73,8 +70,9 @@ int RunDownload(const Options& opts) {
   };
 
   // Waits for the logger and its header, then starts the download as the menu would and
-  // reports the progress until the block is in. The timeout covers finding the logger;
-  // the block then has the time its length needs, with the watchdog's restarts.
+  // reports the progress until the block is in. A --timeout given is the limit of the
+  // whole command; without one, finding the logger has 30 s and the block then has the
+  // time its length needs, with the watchdog's restarts.
   enum class Phase { Finding, Downloading } phase = Phase::Finding;
   double deadline = timeout;
   std::string lastPercent;
@@ -105,8 +103,8 @@ int RunDownload(const Options& opts) {
           return;
         }
         phase = Phase::Downloading;
-        // Three whole block times at the slower speed, on top of what is left.
-        deadline = elapsed + timeout + 3 * (app.s.logger.BlockBytes.Value() * 11 / 1200 + 10);
+        // Without a limit from the user: three whole block times at the slower speed.
+        if (!timeoutGiven) deadline = elapsed + timeout + 3 * (app.s.logger.BlockBytes.Value() * 11 / 1200 + 10);
       } else if (elapsed > timeout) {
         fail({"no logger answered on " + device + " within " + GeneralNumber(timeout) + " s"});
       }
@@ -117,7 +115,10 @@ int RunDownload(const Options& opts) {
       lastPercent = percent;
       Progress("downloading " + percent + "%");
     }
-    if (elapsed > deadline) fail({"the download from " + device + " did not complete"});
+    if (elapsed > deadline) {
+      fail({"the download from " + device + " did not complete within " + GeneralNumber(std::floor(elapsed)) + " s (at " +
+            (lastPercent.empty() ? std::string("0") : lastPercent) + "%)"});
+    }
   });
   supervisor.start(kSuperviseMs);
   const int code = QCoreApplication::exec();

@@ -60,6 +60,18 @@ void HeadlessUi::FatalErrorReport(int, const std::string& text) {
   std::fprintf(stderr, "quillet-cli: %s\n", t.c_str());
 }
 
+void HeadlessUi::FatalFault(const Fault& fault, const std::string&) {
+  std::string why = FaultDescription(fault.number());
+  if (!fault.detail().empty()) why += " (" + fault.detail() + ")";
+  const std::string on = where.empty() ? "" : " (on " + where + ")";
+  if (fault.doing().empty()) {
+    std::fprintf(stderr, "quillet-cli: the command ended on a fault it could not handle: %s%s\n", why.c_str(),
+                 on.c_str());
+  } else {
+    std::fprintf(stderr, "quillet-cli: %s: %s%s\n", fault.doing().c_str(), why.c_str(), on.c_str());
+  }
+}
+
 void HeadlessUi::EndProgramNow(int exitCode) {
   std::fflush(stdout);
   std::fflush(stderr);

@@ -17,6 +17,8 @@ class HeadlessUi : public UserInterface {
   void Beep() override {}
   void ShowHelp(const std::string&, HelpCommand) override {}
   void FatalErrorReport(int faultNumber, const std::string& text) override;
+  // One line in words: what was being done, the fault, and the device or file.
+  void FatalFault(const Fault& fault, const std::string& report) override;
   void EndProgramNow(int exitCode) override;
   // Nothing to choose from without a window: the command names its files itself.
   std::string OpenFileDialog(const std::string&) override { throw Fault(kFaultCancel); }
@@ -25,6 +27,8 @@ class HeadlessUi : public UserInterface {
   void PutGraphOnClipboard() override;
 
   App* app = nullptr;
+  // The device or file the command works on, named in a fatal fault's line.
+  std::string where;
   std::string lastMessage;
   int messageCount = 0;
   // Off: messages are only kept, for a command that reports in its own words.

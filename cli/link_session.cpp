@@ -10,6 +10,7 @@ namespace quillet {
 
 LinkSession::LinkSession(const std::string& device, const Options& opts) {
   CheckDevice(device);
+  ui_.where = device;
   const std::string baud = BaudOption(opts);
   // COM 1 is the device named on the command line.
   qputenv("QUILLET_COM1", QByteArray::fromStdString(device));

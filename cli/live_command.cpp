@@ -1,5 +1,7 @@
 // quillet-cli live: the window program's live reading, one line per reading.
 #include <QCoreApplication>
+#include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -18,6 +20,7 @@ int RunLive(const Options& opts) {
   const std::string device = Required(opts, "live", "--port");
   long count = 0;
   if (const std::string* c = Find(opts, "--count")) count = std::strtol(c->c_str(), nullptr, 10);
+  const double timeout = TimeoutOption(opts);
   LinkSession session(device, opts);
   App& app = session.app();
 
@@ -29,9 +32,30 @@ int RunLive(const Options& opts) {
     const std::string when = FormatDateTime(Now(app) - app.s.clock.ClockOffset, "yyyy-mm-dd hh:mm:ss");
     std::printf("%s %s\t%s\n", when.c_str(), w.Label19.caption.c_str(), overload ? "" : w.Label21.caption.c_str());
     std::fflush(stdout);
-    if (count > 0 && ++shown >= count) QCoreApplication::exit(0);
+    ++shown;
+    if (count > 0 && shown >= count) QCoreApplication::exit(0);
   };
-  return QCoreApplication::exec();
+  // --timeout: the command gives up (or, without --count, simply ends) after that long,
+  // and says so in one line.
+  CommandError failure{"", 0};
+  QTimer limit;
+  limit.setSingleShot(true);
+  QObject::connect(&limit, &QTimer::timeout, [&] {
+    const std::string within = " from " + device + " within " + GeneralNumber(timeout) + " s";
+    if (shown == 0) {
+      failure = {"live: no reading came" + within};
+    } else if (count > 0) {
+      failure = {"live: only " + std::to_string(shown) + " of " + std::to_string(count) + " readings came" + within};
+    } else {
+      std::fprintf(stderr, "quillet-cli: live: stopped after %s s, %ld readings shown\n", GeneralNumber(timeout).c_str(),
+                   shown);
+    }
+    QCoreApplication::exit(failure.message.empty() ? 0 : 1);
+  });
+  if (timeout > 0) limit.start(static_cast<int>(std::min(timeout * 1000, 2e9)));
+  const int code = QCoreApplication::exec();
+  if (!failure.message.empty()) throw failure;
+  return code;
 }
 
 }  // namespace quillet

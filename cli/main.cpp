@@ -5,6 +5,7 @@
 #include <string>
 
 #include "cli/cli_commands.h"
+#include "core/fault.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ const char* const kUsage =
     "  download --port DEVICE [--baud 1200|4800] [--settings F] [--probes F] --out REC.txt\n"
     "           [--raw PREFIX] [--timeout SECONDS]\n"
     "  live     --port DEVICE [--baud 1200|4800] [--settings F] [--probes F] [--count N]\n"
+    "           [--timeout SECONDS]\n"
     "  render   REC.txt --out FILE.png|FILE.pdf [--size WxH] [--axes] [--settings logger1.ini]\n"
     "  profile  show FILE [--family custom|100mv|10v|420|bipo100mv|bipo10mv]\n"
     "  profile  write --family NAME --unit TEXT --entry KNOT=TEXT [--entry ...] --out FILE [--replace]\n"
@@ -28,7 +30,9 @@ const char* const kUsage =
     "file, timed as if the header had been read at --now. download finds the logger on the\n"
     "device at either speed, reads its memory and writes the record; with --raw also\n"
     "PREFIX.header.bin and PREFIX.block.bin. live prints one line per reading: the present\n"
-    "time, the value as the window shows it (\"OL\" for an overload), a tab, the unit.\n"
+    "time, the value as the window shows it (\"OL\" for an overload), a tab, the unit;\n"
+    "--timeout ends it after that many seconds (an error when fewer than --count readings came).\n"
+    "download's --timeout is the limit of the whole command (without it: 30 s to find the logger).\n"
     "render draws a record file's graph as the window does (PNG raster, PDF vector; default\n"
     "size 1200x600); --axes also prints the scale results and the labels as drawn.\n"
     "profile show prints a scale profile file as its dialog builds it (family, unit, points,\n"
@@ -54,7 +58,7 @@ int main(int argc, char** argv) {
   try {
     if (command == "live") {
       return quillet::RunLive(
-          ParseOptions(command, argc, argv, 2, {"--port", "--baud", "--settings", "--probes", "--count"}));
+          ParseOptions(command, argc, argv, 2, {"--port", "--baud", "--settings", "--probes", "--count", "--timeout"}));
     }
     if (command == "decode") {
       return quillet::RunDecode(ParseOptions(
@@ -78,6 +82,14 @@ int main(int argc, char** argv) {
   } catch (const CommandError& e) {
     std::fprintf(stderr, "quillet-cli: %s\n", e.message.c_str());
     return e.exitCode == 0 ? 1 : e.exitCode;
+  } catch (const quillet::Fault& f) {
+    // Outside the dispatcher: still one line in words and a non-zero exit, never an abort.
+    std::fprintf(stderr, "quillet-cli: %s: the command ended on a fault it could not handle: %s\n", command.c_str(),
+                 quillet::FaultDescription(f.number()).c_str());
+    return 1;
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "quillet-cli: %s: the command ended on an internal error: %s\n", command.c_str(), e.what());
+    return 1;
   }
   std::fprintf(stderr, "quillet-cli: unknown command \"%s\"\n", argv[1]);
   std::fputs(kUsage, stderr);

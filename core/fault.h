@@ -35,17 +35,22 @@ class Fault : public std::runtime_error {
   int number() const { return number_; }
   bool fatal() const { return fatal_; }
   const std::string& detail() const { return detail_; }
-  // The same fault, now ending the program where it surfaces.
-  Fault Fatal() const {
+  // The same fault, now ending the program where it surfaces. `doing` tells in words
+  // what was being done ("the logger's header could not be decoded"), for a report
+  // that has room for more than the fault's number and name.
+  Fault Fatal(std::string doing = {}) const {
     Fault f = *this;
     f.fatal_ = true;
+    if (!doing.empty()) f.doing_ = std::move(doing);
     return f;
   }
+  const std::string& doing() const { return doing_; }
 
  private:
   int number_;
   bool fatal_ = false;
   std::string detail_;
+  std::string doing_;
 };
 
 // Checked arithmetic of the conversions: a zero divisor or a value that is not finite is

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/date_time.h"
+#include "core/fault.h"
 
 namespace quillet {
 
@@ -58,6 +59,9 @@ class UserInterface {
   virtual void ShowHelp(const std::string& helpFile, HelpCommand command) = 0;
   // The platform's fatal run-time error report; the program ends after it.
   virtual void FatalErrorReport(int faultNumber, const std::string& text) = 0;
+  // A fault that ends the program: the window shows the platform's report; a user
+  // interface that can say more (what was being done, where) overrides this.
+  virtual void FatalFault(const Fault& fault, const std::string& report) { FatalErrorReport(fault.number(), report); }
   // Ends the program at once, with nothing saved.
   virtual void EndProgramNow(int exitCode) = 0;
   // Draws the graph: the window hands draw its surface, then shows the picture. Without

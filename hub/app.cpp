@@ -34,8 +34,8 @@ void Dispatch(App& app, const std::function<void()>& action) {
     return;
   } catch (const Fault& f) {
     if (f.fatal()) {
-      app.p.ui.FatalErrorReport(f.number(), "Run-time error '" + std::to_string(f.number()) + "':\n\n" +
-                                                FaultDescription(f.number()));
+      app.p.ui.FatalFault(f, "Run-time error '" + std::to_string(f.number()) + "':\n\n" +
+                                 FaultDescription(f.number()));
       endProgram(1);
       return;
     }

@@ -127,7 +127,7 @@ void HeaderReplyEvent(App& app) {
   try {
     DecodeHeader(app, reply);
   } catch (const Fault& f) {
-    throw f.Fatal();  // nothing catches a fault of the header decoding
+    throw f.Fatal("the logger's header could not be decoded");  // nothing catches it
   }
 }
 
@@ -142,7 +142,7 @@ void BlockReplyEvent(App& app) {
     try {
       FinishBlock(app);
     } catch (const Fault& f) {
-      if (s.logger.StoredSamples <= kMaxSamples) throw f.Fatal();
+      if (s.logger.StoredSamples <= kMaxSamples) throw f.Fatal("the logger's memory could not be decoded");
       KeepRecordAfterOversizedBlock(app, *kept);
       throw;
     }

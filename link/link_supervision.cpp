@@ -230,7 +230,7 @@ void ChoosePort(App& app) {
     }
     // The warning joins "COM " and the port number by numeric addition, which is itself
     // a type mismatch that nothing catches: an unavailable port ends the program here.
-    throw Fault(kFaultTypeMismatch, "\"COM \" + " + std::to_string(n)).Fatal();
+    throw Fault(kFaultTypeMismatch, "\"COM \" + " + std::to_string(n)).Fatal("COM " + std::to_string(n) + " is not available");
   }
 }
 

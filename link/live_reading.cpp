@@ -58,7 +58,7 @@ void ShowLiveReading(App& app, const std::string& reply) {
     value = ConvertRawToValue(G.RawValue, G.ModelCode, G.ScaleByte,
                               ConversionInputs{G.RangeFactor, app.s.settings.UseFahrenheit, &app.s.scales});
   } catch (const Fault& f) {
-    throw f.Fatal();  // nothing catches a conversion fault of the live reading
+    throw f.Fatal("the logger's live reading could not be converted");  // nothing catches it
   }
   w.Label19.caption = FormatNumber(value, "###0.00");
   w.Label21.caption = G.LiveUnitText;

@@ -30,6 +30,8 @@ struct ProbeTable {
 
 struct MeasureState {
   std::int16_t ProbeUnset = 0;        // a model 16 logger has no probe yet
+  // The last reading of probes.dat met a factor that is no number (and left the probe unset).
+  std::int16_t ProbeFactorNotNumber = 0;
   Number ProbeSlot;                   // its slot in the probe memory
   std::int16_t RescaleApproved = 0;   // the user agreed to convert the record on screen again
 };

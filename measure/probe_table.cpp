@@ -106,6 +106,7 @@ void LoadProbeTable(App& app) {
   Log1View& w = app.v.log1;
   try {
     s.measure.ProbeUnset = 0;
+    s.measure.ProbeFactorNotNumber = 0;
     w.func02.visible = w.func03.visible = false;
     TextReader in = TextReader::Open(app.p.places.probesFile.empty() ? app.p.places.programDir + "/probes.dat"
                                                                       : app.p.places.probesFile);
@@ -123,6 +124,7 @@ void LoadProbeTable(App& app) {
       // A factor that is no number: the logger goes without a probe until one is chosen.
       s.logger.RangeFactor = 1;
       s.measure.ProbeUnset = 1;
+      s.measure.ProbeFactorNotNumber = 1;
       s.logger.LiveUnitText.clear();
       return;
     }

@@ -11,6 +11,7 @@ PACKAGES=(
   xvfb xauth xclip xdotool socat poppler-utils icewm
   fonts-liberation2 gnuplot-nox python3-matplotlib imagemagick hyperfine gcovr
   enscript ghostscript
+  clang libfuzzer-14-dev
 )
 
 missing=()

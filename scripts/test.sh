@@ -19,3 +19,6 @@ echo "== logic tests under AddressSanitizer and UBSan"
 cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DQUILLET_SANITIZE=ON -DQUILLET_BUILD_UI=OFF >/dev/null
 cmake --build build-asan -j "$JOBS" --target quillet_tests
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --test-dir build-asan --output-on-failure -j "$JOBS"
+
+echo "== fuzz targets, a short bounded run each (clang, AddressSanitizer and UBSan)"
+JOBS="$JOBS" bash scripts/fuzz.sh "${FUZZ_SECONDS:-10}"

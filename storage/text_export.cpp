@@ -78,7 +78,7 @@ void MnuSaveTXT(App& app) {
   try {
     WriteRecordFile(app, s.files.SaveFileName, s.files.SaveDisplayedOnly == 1);
   } catch (const Fault& f) {
-    throw f.Fatal();  // nothing catches a failure while writing
+    throw f.Fatal("the record could not be written to " + s.files.SaveFileName);  // nothing catches it
   }
 }
 

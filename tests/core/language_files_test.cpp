@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "core/fault.h"
 #include "core/language_table.h"
 #include "link/link_supervision.h"
 #include "log1/language.h"
@@ -95,6 +96,40 @@ TEST(LanguageChange, AFirstStartOnAnUnavailablePortSaysSoInEnglishBeforeALanguag
   ASSERT_FALSE(t.ui.messages.empty());
   EXPECT_EQ(t.ui.messages[0].title, "Sorry");
   EXPECT_EQ(t.ui.messages[0].text.rfind("The communications port could not be opened.", 0), 0u);
+}
+
+// Counts beyond the table are a fault of the reading where the first field without a cell
+// would go: what was read before stays, and the reading never runs on.
+TEST(LanguageFileCounts, BeyondTheTableFaultAtTheFirstFieldWithoutACell) {
+  struct Case {
+    const char* counts;
+    int count;              // LanguageCount after the reading
+    const char* lastName;   // LanguageName[1]
+    const char* string200;  // LanguageTable[1][200]
+  };
+  const Case cases[] = {
+      {"\"0\",\"3000000000\"", 0, "", ""},
+      {"\"1\",\"3000000000\"", 1, "L1", "s200"},
+      {"\"1\",\"1e300\"", 1, "L1", "s200"},
+      {"\"9\",\"1\"", 9, "L1", ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.counts);
+    TestApp t;
+    std::string file = std::string(c.counts) + "\n\"L1\"\n\"help.html\"\n";
+    for (int n = 1; n <= 205; ++n) file += "\"s" + std::to_string(n) + "\"\n";
+    t.WriteFile("loglang.txt", file);
+    LanguageData L;
+    try {
+      ReadLanguageFile(t.dir + "/loglang.txt", L);
+      ADD_FAILURE() << "no fault";
+    } catch (const Fault& f) {
+      EXPECT_EQ(f.number(), kFaultSubscript);
+    }
+    EXPECT_EQ(L.LanguageCount, c.count);
+    EXPECT_EQ(L.LanguageName[1], c.lastName);
+    EXPECT_EQ(L.LanguageTable[1][200], c.string200);
+  }
 }
 
 }  // namespace

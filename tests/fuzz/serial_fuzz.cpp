@@ -1,0 +1,84 @@
+// The serial receive path through the whole program with the link running: the live
+// polls, the header, a download's block and the watchdog, in virtual time. The input is a
+// script: each request the program writes is answered by the next piece of it (silence,
+// one burst, bytes spread at the line's speed, or an acknowledge with bytes after it, each
+// after a delay the script gives), and between the answers the script lets time pass,
+// sends bytes nobody asked for, or asks for a download as the menu does.
+// After every step: nothing escaped the dispatcher as an internal error, LinkMode is 0 to
+// 3, and the receive threshold lies within the receive buffer.
+#include <cstddef>
+#include <cstdint>
+
+#include "fuzz_support.h"
+#include "link/download.h"
+
+namespace {
+
+struct Script {
+  const std::uint8_t* p;
+  std::size_t n;
+  bool Empty() const { return n == 0; }
+  std::uint8_t Byte() {
+    if (n == 0) return 0;
+    --n;
+    return *p++;
+  }
+  std::string Bytes(std::size_t len) {
+    len = std::min(len, n);
+    std::string s(reinterpret_cast<const char*>(p), len);
+    p += len;
+    n -= len;
+    return s;
+  }
+};
+
+void CheckInvariants(quillet::App& app, const quillet::testing::ScriptedUi& ui) {
+  using namespace quillet;
+  fuzz::CheckNoInternalError(ui);
+  const double mode = app.s.link.LinkMode.Value();
+  if (!(mode >= 0 && mode <= 3 && mode == static_cast<int>(mode))) fuzz::Broken("LinkMode out of 0..3");
+  const int threshold = app.port.RThreshold();
+  if (threshold < 0 || threshold > kReceiveBufferLimit) fuzz::Broken("RThreshold outside the buffer");
+}
+
+}  // namespace
+
+
+QUILLET_FUZZ_TARGET(serial) {
+  using namespace quillet;
+  Script script{data, size};
+  fuzz::StartedApp t;
+  App& app = *t.app;
+  t.transport.peer = [&script](const std::string&, double nowSeconds, int baud, int stopBits) {
+    std::vector<testing::TimedReply> reply;
+    const std::uint8_t how = script.Byte();
+    const double delay = (how >> 2) * 0.02;  // 0 to 1.26 s
+    std::string bytes;
+    switch (how & 3) {
+      case 0: return reply;  // silence
+      case 1:
+      case 2: bytes = script.Bytes(script.Byte()); break;
+      case 3: bytes = "\x04" + script.Bytes(script.Byte() * 2); break;
+    }
+    const double byteTime = (how & 3) == 2 ? (9.0 + stopBits) / (baud > 0 ? baud : 1200) : 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      reply.push_back({nowSeconds + delay + byteTime * i, static_cast<std::uint8_t>(bytes[i])});
+    }
+    return reply;
+  };
+  while (!script.Empty() && !app.ended) {
+    const std::uint8_t step = script.Byte();
+    switch (step >> 6) {
+      case 0: t.Run((step & 63) * 25.0); break;
+      case 1: t.transport.Inject(t.sched.now_ms() + (step & 63), script.Bytes(script.Byte() & 31)); break;
+      case 2: t.Do([&app] { StartDownload(app); }); break;
+      case 3: t.Run((step & 63) * 1000.0); break;
+    }
+    CheckInvariants(app, t.ui);
+  }
+  // The script is spent: the line falls silent, and the watchdog has its say.
+  script.n = 0;
+  if (!app.ended) t.Run(20000);
+  CheckInvariants(app, t.ui);
+  return 0;
+}
