@@ -13,6 +13,8 @@
 
 #include "core/fault.h"
 #include "core/file_commit.h"
+#include "hub/app.h"
+#include "log1/startup.h"
 
 namespace quillet {
 
@@ -96,6 +98,19 @@ std::string BaudOption(const Options& opts) {
   if (!baud) return {};
   if (*baud != "1200" && *baud != "4800") throw CommandError{"--baud must be 1200 or 4800", 2};
   return *baud;
+}
+
+FilePlaces CommandPlaces(const Options& opts) {
+  FilePlaces places{ProgramDir(), "."};
+  const std::string* settings = Find(opts, "--settings");
+  places.settingsFile = settings ? *settings : NoSettingsFile();
+  if (const std::string* probes = Find(opts, "--probes")) places.probesFile = *probes;
+  return places;
+}
+
+void StartCommandApp(App& app) {
+  Dispatch(app, [&app] { StartProgram(app); });
+  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
 }
 
 }  // namespace quillet

@@ -4,7 +4,10 @@
 #include <set>
 #include <string>
 
+#include "core/platform.h"
+
 namespace quillet {
+struct App;
 
 using Options = std::map<std::string, std::string>;
 
@@ -27,6 +30,12 @@ std::string ProgramDir();
 
 // A settings path that never exists: without --settings a command starts as a first start.
 std::string NoSettingsFile();
+
+// The program's folder and the current one, with the files --settings and --probes name.
+FilePlaces CommandPlaces(const Options& opts);
+
+// StartProgram through the dispatcher; a start-up that ends the program ends the command.
+void StartCommandApp(App& app);
 
 std::string ReadBinaryFile(const std::string& path);
 // Writes through a temporary file and a rename: the file is whole or not there.

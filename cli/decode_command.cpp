@@ -53,16 +53,12 @@ int RunDecode(const Options& opts) {
   IdleTimers timers;
   DroppingPoster poster;
   OfflineTransport transport;
-  FilePlaces places{ProgramDir(), "."};
-  const std::string* settings = Find(opts, "--settings");
-  places.settingsFile = settings ? *settings : NoSettingsFile();
-  if (const std::string* probes = Find(opts, "--probes")) places.probesFile = *probes;
+  const FilePlaces places = CommandPlaces(opts);
   Platform platform{ui, clock, timers, poster, transport, places};
   App app(platform, Log1Hooks());
   ui.app = &app;
 
-  Dispatch(app, [&app] { StartProgram(app); });
-  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
+  StartCommandApp(app);
   if (fahrenheit) {
     app.s.settings.UseFahrenheit = std::atoi(fahrenheit->c_str());
     ShowTemperatureUnitChecks(app);

@@ -14,18 +14,14 @@ LinkSession::LinkSession(const std::string& device, const Options& opts) {
   const std::string baud = BaudOption(opts);
   // COM 1 is the device named on the command line.
   qputenv("QUILLET_COM1", QByteArray::fromStdString(device));
-  FilePlaces places{ProgramDir(), "."};
-  const std::string* settings = Find(opts, "--settings");
-  places.settingsFile = settings ? *settings : NoSettingsFile();
-  if (const std::string* probes = Find(opts, "--probes")) places.probesFile = *probes;
+  const FilePlaces places = CommandPlaces(opts);
   platform_ = std::make_unique<Platform>(Platform{ui_, clock_, timers_, poster_, transport_, places});
   app_ = std::make_unique<App>(*platform_, Log1Hooks());
   App& app = *app_;
   ui_.app = &app;
   app.port.onComm = [&app] { OnSerialEvent(app); };
 
-  Dispatch(app, [&app] { StartProgram(app); });
-  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
+  StartCommandApp(app);
   if (!app.port.PortOpen()) throw CommandError{"cannot open " + device};
   // A speed given here comes before the one the settings remember.
   if (!baud.empty()) {

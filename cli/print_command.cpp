@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/cli_commands.h"
+#include "cli/offscreen_gui.h"
 #include "cli/headless_ui.h"
 #include "core/fault.h"
 #include "core/formatting.h"
@@ -92,14 +93,7 @@ int RunPrint(const Options& opts) {
   if (out && !EndsWithPdf(*out)) throw CommandError{"print: --out must end in .pdf", 2};
   const std::optional<QPageSize> paper = PaperOption(opts);
 
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& msg) {
-    if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "quillet-cli: %s\n", qPrintable(msg));
-  });
-  int argc = 1;
-  char name[] = "quillet-cli";
-  char* argv[] = {name, nullptr};
-  QGuiApplication qapp(argc, argv);
+  const auto qapp = StartOffscreenGui();
 
   std::unique_ptr<QtPrinterSurface> printer;
   if (out) {
@@ -116,16 +110,13 @@ int RunPrint(const Options& opts) {
   IdleTimers timers;
   DroppingPoster poster;
   OfflineTransport transport;
-  FilePlaces places{ProgramDir(), "."};
-  const std::string* settings = Find(opts, "--settings");
-  places.settingsFile = settings ? *settings : NoSettingsFile();
+  const FilePlaces places = CommandPlaces(opts);
   Platform platform{ui, clock, timers, poster, transport, places};
   platform.printer = printer.get();
   App app(platform, Log1Hooks());
   ui.app = &app;
 
-  Dispatch(app, [&app] { StartProgram(app); });
-  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
+  StartCommandApp(app);
   const int before = ui.messageCount;
   Dispatch(app, [&app, &record] {
     app.s.files.OpenFileName = record;

@@ -28,8 +28,7 @@ struct Session {
     platform = std::make_unique<Platform>(Platform{ui, clock, timers, poster, transport, places});
     app = std::make_unique<App>(*platform, Log1Hooks());
     ui.app = app.get();
-    Dispatch(*app, [this] { StartProgram(*app); });
-    if (app->ended) throw CommandError{"the start-up failed", app->exitCode == 0 ? 1 : app->exitCode};
+    StartCommandApp(*app);
   }
   HeadlessUi ui;
   FixedClock clock;

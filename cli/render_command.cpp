@@ -11,6 +11,7 @@
 
 #include "log1/hooks.h"
 #include "cli/cli_commands.h"
+#include "cli/offscreen_gui.h"
 #include "cli/headless_ui.h"
 #include "hub/app.h"
 #include "core/formatting.h"
@@ -91,16 +92,7 @@ int RunRender(const Options& opts) {
   if (!pdf && !EndsWith(out, ".png")) throw CommandError{"render: --out must end in .png or .pdf", 2};
   const QSize size = ParseSize(Find(opts, "--size"));
 
-  // Text needs a GUI application; the picture never needs a display. Qt's own notes
-  // about the platform are not the user's business: standard error is for our one line.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& msg) {
-    if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "quillet-cli: %s\n", qPrintable(msg));
-  });
-  int argc = 1;
-  char name[] = "quillet-cli";
-  char* argv[] = {name, nullptr};
-  QGuiApplication qapp(argc, argv);
+  const auto qapp = StartOffscreenGui();
 
   HeadlessUi ui;
   ui.printMessages = false;
@@ -108,15 +100,12 @@ int RunRender(const Options& opts) {
   IdleTimers timers;
   DroppingPoster poster;
   OfflineTransport transport;
-  FilePlaces places{ProgramDir(), "."};
-  const std::string* settings = Find(opts, "--settings");
-  places.settingsFile = settings ? *settings : NoSettingsFile();
+  const FilePlaces places = CommandPlaces(opts);
   Platform platform{ui, clock, timers, poster, transport, places};
   App app(platform, Log1Hooks());
   ui.app = &app;
 
-  Dispatch(app, [&app] { StartProgram(app); });
-  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
+  StartCommandApp(app);
   const int before = ui.messageCount;
   Dispatch(app, [&app, &record] {
     app.s.files.OpenFileName = record;

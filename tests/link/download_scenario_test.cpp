@@ -375,14 +375,7 @@ TEST(Download, AHeaderOfANewLoggerLeavesARecordOpenedFromAFileAlone) {
   sim::LoggerConfig c = Logger(17, 600);
   c.signal.level = 30;
   EmulatedLoggerApp t(c);
-  t.plugged = false;
-  std::ostringstream f;
-  f << "\"loggerfile\"\r\n\"rev02\"\r\n3\r\n";
-  for (int i = 1; i <= 7; ++i) f << "\"T" << i << "\"\r\n";
-  f << "1\r\n42\r\n\"Volt\"\r\n46300.25\t1.5\r\n46300.5\t2.5\r\n46300.75\t-3\r\n";
-  t.WriteFile("old.txt", f.str());
-  t.ui.fileAnswers = {t.dir + "/old.txt"};
-  t.Do(MnuOpen);
+  t.OpenThreeSampleRecord();
   const SampleRecord& r = t.s().record;
   ASSERT_EQ(r.RecordFromFile, 1);
   ASSERT_EQ(r.FullSampleCount.Value(), 3);

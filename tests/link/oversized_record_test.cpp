@@ -20,14 +20,7 @@ TEST(OversizedRecord, ALoggerHoldingMoreThan16384SamplesEndsTheDownloadAndKeepsT
   c.elapsedAtStart = 5 * 3600;   // one sample a tick: past the first half fill
   c.signal.kind = sim::SignalKind::Steady;
   EmulatedLoggerApp t(c);
-  t.plugged = false;
-  std::ostringstream f;
-  f << "\"loggerfile\"\r\n\"rev02\"\r\n3\r\n";
-  for (int i = 1; i <= 7; ++i) f << "\"T" << i << "\"\r\n";
-  f << "1\r\n42\r\n\"Volt\"\r\n46300.25\t1.5\r\n46300.5\t2.5\r\n46300.75\t-3\r\n";
-  t.WriteFile("old.txt", f.str());
-  t.ui.fileAnswers = {t.dir + "/old.txt"};
-  t.Do(MnuOpen);
+  t.OpenThreeSampleRecord();
   ASSERT_EQ(t.s().record.FullSampleCount.Value(), 3);
 
   t.plugged = true;

@@ -14,6 +14,7 @@
 #include "hub/app.h"
 #include "link/download.h"
 #include "sim/firmware/logger_line.h"
+#include "storage/record_file.h"
 #include "support/fake_platform.h"
 #include "support/settings_text.h"
 
@@ -98,6 +99,21 @@ struct EmulatedLoggerApp : TestApp {
   // The first live poll finds the logger at 2 s, its header follows, and a second
   // reading at 4 s shows the value with its unit.
   void Connect() { Run(5000); }
+
+  // Opens a record of three samples from a file (logger 42, "Volt": 1.5, 2.5, -3; titles
+  // "T1".."T7") as the record on screen, with the logger unplugged meanwhile.
+  void OpenThreeSampleRecord() {
+    const bool was = plugged;
+    plugged = false;
+    std::ostringstream f;
+    f << "\"loggerfile\"\r\n\"rev02\"\r\n3\r\n";
+    for (int i = 1; i <= 7; ++i) f << "\"T" << i << "\"\r\n";
+    f << "1\r\n42\r\n\"Volt\"\r\n46300.25\t1.5\r\n46300.5\t2.5\r\n46300.75\t-3\r\n";
+    WriteFile("old.txt", f.str());
+    ui.fileAnswers = {dir + "/old.txt"};
+    Do(MnuOpen);
+    plugged = was;
+  }
 
   // mnuDownload, then virtual time until the download has ended (or the limit).
   bool Download(double limitMs = 300000) {

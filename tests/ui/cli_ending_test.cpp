@@ -9,50 +9,19 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include "ui/window_program.h"
+
 namespace {
 
-struct CliRun {
-  int exitCode = -1;  // -1: killed by a signal or timed out
-  QString out, err;
-  double seconds = 0;
-};
+using quillet::testing::CliRun;
+using quillet::testing::RunCli;
 
-CliRun RunCli(const QStringList& args, int timeoutMs = 60000) {
-  QProcess cli;
-  QElapsedTimer t;
-  t.start();
-  cli.start(QUILLET_BIN_DIR "/quillet-cli", args);
-  CliRun r;
-  if (!cli.waitForFinished(timeoutMs)) {
-    cli.kill();
-    cli.waitForFinished();
-    r.err = "timed out";
-    return r;
-  }
-  r.seconds = t.elapsed() / 1000.0;
-  r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-  r.out = QString::fromUtf8(cli.readAllStandardOutput());
-  r.err = QString::fromUtf8(cli.readAllStandardError());
-  return r;
-}
-
-class Sim {
- public:
-  Sim(const QTemporaryDir& dir, QStringList args) : link_(dir.path() + "/tty") {
-    proc_.start(QUILLET_BIN_DIR "/quillet-sim", args << "--link" << link_);
-    QElapsedTimer t;
-    t.start();
-    while (!QFile::exists(link_) && t.elapsed() < 5000) QThread::msleep(20);
-  }
-  ~Sim() {
-    proc_.terminate();
-    proc_.waitForFinished(3000);
-  }
-  const QString& device() const { return link_; }
-
- private:
-  QString link_;
-  QProcess proc_;
+// The emulator on a pseudo-terminal in the test's folder.
+struct Sim {
+  Sim(const QTemporaryDir& dir, const QStringList& args) : link(dir.path() + "/tty"), process(link, args) {}
+  const QString& device() const { return link; }
+  QString link;
+  quillet::testing::EmulatorProcess process;
 };
 
 void WriteFile(const QString& path, const QByteArray& bytes) {

@@ -51,12 +51,15 @@ class EmulatorProcess {
 };
 
 struct CliRun {
-  int exitCode = -1;
+  int exitCode = -1;  // -1: killed by a signal or timed out
   QString out, err;
+  double seconds = 0;
 };
 
 inline CliRun RunCli(const QStringList& args, int timeoutMs = 60000) {
   QProcess cli;
+  QElapsedTimer t;
+  t.start();
   cli.start(QUILLET_BIN_DIR "/quillet-cli", args);
   CliRun r;
   if (!cli.waitForFinished(timeoutMs)) {
@@ -65,6 +68,7 @@ inline CliRun RunCli(const QStringList& args, int timeoutMs = 60000) {
     r.err = "timed out";
     return r;
   }
+  r.seconds = t.elapsed() / 1000.0;
   r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
   r.out = QString::fromUtf8(cli.readAllStandardOutput());
   r.err = QString::fromUtf8(cli.readAllStandardError());
