@@ -91,3 +91,13 @@ lines = ref.split(b'\r\n')
 rev01 = b'\r\n'.join([lines[0], b'"rev01"', lines[2], b','.join(lines[3:10])] + lines[10:])
 put('record_file', 'reference_rev01', rev01)
 put('record_file', 'short', b'"loggerfile"\r\n"rev02"\r\n3\r\n')
+
+# Profile files: the dialog's number in the first byte, then the file.
+def profile(tag, unit, entries):
+    rows = ['"%s","rev01","%s"' % (tag, unit)] + ['"%s"' % e for e in entries]
+    return '\r\n'.join(rows) + '\r\n'
+put('profile', 'custom', '\x00' + profile('customfile', 'm/s', ['1.5', '', '-2'] + [''] * 8))
+put('profile', '100mv', '\x01' + profile('10vfile', 'mV', ['0', '50', '100'] + [''] * 8))
+put('profile', '420', '\x03' + profile('4to20file', 'bar', ['4', '', '', '', '20'] + [''] * 12))
+put('profile', 'wrong_tag', '\x02' + profile('customfile', 'V', ['1'] * 11))
+put('profile', 'short', '\x00"customfile","rev01","x"\r\n"1"\r\n')

@@ -25,7 +25,7 @@ std::vector<std::filesystem::path> InputsOf(const std::string& target) {
 }
 
 TEST(FuzzReplay, EveryTargetHasSeedsAndRunsThemAndItsRegressionInputsCleanly) {
-  const std::vector<std::string> expected = {"header_block", "loglang", "probes", "record_file", "serial", "settings"};
+  const std::vector<std::string> expected = {"header_block", "loglang", "probes", "profile", "record_file", "serial", "settings"};
   for (const std::string& name : expected) {
     SCOPED_TRACE(name);
     auto it = fuzz::Targets().find(name);

@@ -23,7 +23,7 @@
 namespace quillet::testing {
 
 void VirtualScheduler::At(double ms, std::function<void()> fn) {
-  events_.push_back({ms, seq_++, std::move(fn)});
+  events_.emplace(Key{ms, seq_++}, std::move(fn));
 }
 
 void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
@@ -38,25 +38,23 @@ void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
   At(first, [tick, first] { (*tick)(first); });
 }
 
-bool VirtualScheduler::PopDue(double limit, Event& out) {
-  auto best = events_.end();
-  for (auto it = events_.begin(); it != events_.end(); ++it) {
-    if (it->at > limit) continue;
-    if (best == events_.end() || it->at < best->at || (it->at == best->at && it->seq < best->seq)) best = it;
-  }
-  if (best == events_.end()) return false;
-  out = std::move(*best);
-  events_.erase(best);
+bool VirtualScheduler::PopDue(double limit, std::function<void()>& out, double& at) {
+  auto first = events_.begin();
+  if (first == events_.end() || first->first.first > limit) return false;
+  at = first->first.first;
+  out = std::move(first->second);
+  events_.erase(first);
   return true;
 }
 
 void VirtualScheduler::RunFor(double ms) { RunUntil(now_ + ms); }
 
 void VirtualScheduler::RunUntil(double ms) {
-  Event e;
-  while (PopDue(ms, e)) {
-    if (e.at > now_) now_ = e.at;
-    e.fn();
+  std::function<void()> fn;
+  double at = 0;
+  while (PopDue(ms, fn, at)) {
+    if (at > now_) now_ = at;
+    fn();
   }
   if (ms > now_) now_ = ms;
 }

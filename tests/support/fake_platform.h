@@ -25,15 +25,13 @@ class VirtualScheduler {
   void RunReady() { RunUntil(now_); }
 
  private:
-  struct Event {
-    double at;
-    long seq;
-    std::function<void()> fn;
-  };
-  bool PopDue(double limit, Event& out);
+  // Ordered by due time, then by the order they were set: equal times run first come,
+  // first served.
+  using Key = std::pair<double, long>;
+  bool PopDue(double limit, std::function<void()>& out, double& at);
   double now_ = 0;
   long seq_ = 0;
-  std::vector<Event> events_;
+  std::map<Key, std::function<void()>> events_;
 };
 
 class FakeClock : public Clock {
