@@ -5,6 +5,9 @@
 #   bash scripts/coverage.sh            # summary and one row per folder
 #   bash scripts/coverage.sh --files    # one row per file as well
 #
+# Each run leaves its per-line report in build-coverage/coverage.json; scripts/coverage-diff.py
+# lists what one run reached and another did not.
+#
 # Builds into build-coverage/ (g++ --coverage, no optimisation) and leaves build/ alone.
 set -euo pipefail
 ROOT=$(cd "$(dirname "$0")/.." && pwd)
@@ -44,7 +47,7 @@ gcovr_args=(--root "$ROOT" --object-directory "$BUILD" "${filters[@]}"
 
 echo
 echo "== coverage of the logic (${LOGIC[*]})"
-gcovr "${gcovr_args[@]}" --json-summary "$BUILD/coverage-summary.json" --print-summary \
+gcovr "${gcovr_args[@]}" --json-summary "$BUILD/coverage-summary.json" --json "$BUILD/coverage.json" --print-summary \
   | grep -E "^(lines|branches):"
 
 python3 - "$BUILD/coverage-summary.json" "${1:-}" <<'EOF'
