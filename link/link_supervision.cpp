@@ -12,10 +12,6 @@ namespace quillet {
 
 namespace {
 
-// How long a live reply may still be on the wire after its "D": the logger's turnaround
-// and three bytes at 1200 bit/s, with room to spare.
-constexpr double kLiveReplyWindowSeconds = 0.25;
-
 Control& PortOption(App& app, int n) {
   FrmPortView& d = app.v.frmPort;
   Control* o[] = {&d.Option1, &d.Option2, &d.Option3, &d.Option4, &d.Option5};

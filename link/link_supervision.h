@@ -8,6 +8,9 @@ struct App;
 
 constexpr char kAck = 0x04;          // every reply leads with it
 constexpr int kHeaderRequestLimit = 20;  // the 20th unanswered tick gives up the logger
+// How long a live reply may still be on the wire after its "D": the logger's turnaround
+// and three bytes at 1200 bit/s, with room to spare. No "R" goes out inside it.
+constexpr double kLiveReplyWindowSeconds = 0.25;
 
 void SendCommand(App& app, char letter);
 void OnHeaderTick(App& app);

@@ -5,12 +5,15 @@
 // after a delay the script gives), and between the answers the script lets time pass,
 // sends bytes nobody asked for, or asks for a download as the menu does.
 // After every step: nothing escaped the dispatcher as an internal error, LinkMode is 0 to
-// 3, and the receive threshold lies within the receive buffer.
+// 3, and the receive threshold lies within the receive buffer. At every request: it is the
+// one its mode asks for, and no header request goes out while a live reply may still be
+// on the wire.
 #include <cstddef>
 #include <cstdint>
 
 #include "fuzz_support.h"
 #include "link/download.h"
+#include "link/link_supervision.h"
 
 namespace {
 
@@ -41,6 +44,32 @@ void CheckInvariants(quillet::App& app, const quillet::testing::ScriptedUi& ui) 
   if (threshold < 0 || threshold > kReceiveBufferLimit) fuzz::Broken("RThreshold outside the buffer");
 }
 
+// A request never overlaps a reply: "D" only in live mode, "R" only for the header and
+// never inside a live reply's window, "T" only for the block.
+void CheckRequest(const quillet::App& app, const std::string& bytes) {
+  using namespace quillet;
+  if (bytes.size() != 2 || bytes[0] != '\0') return;  // the clock's setting frame and the like
+  const LinkState& L = app.s.link;
+  const double mode = L.LinkMode.Value();
+  switch (bytes[1]) {
+    case 'D':
+      if (mode != kModeLive) fuzz::Broken("a live request outside live mode");
+      break;
+    case 'R': {
+      if (mode != kModeHeader) fuzz::Broken("a header request outside header mode");
+      const double sinceLive = (Now(app) - L.LiveRequestAt) * 86400.0;
+      if (L.LiveRequestAt >= 0 && sinceLive >= 0 && sinceLive < kLiveReplyWindowSeconds - 1e-6) {
+        fuzz::Broken("a header request while a live reply may be on the wire");
+      }
+      break;
+    }
+    case 'T':
+      if (mode != kModeBlock) fuzz::Broken("a block request outside block mode");
+      break;
+    default: break;
+  }
+}
+
 }  // namespace
 
 
@@ -48,8 +77,9 @@ QUILLET_FUZZ_TARGET(serial) {
   using namespace quillet;
   Script script{data, size};
   fuzz::StartedApp t;
-  App& app = *t.app;
-  t.transport.peer = [&script](const std::string&, double nowSeconds, int baud, int stopBits) {
+  App& app = *t.app;  // the peer below checks each request against it
+  t.transport.peer = [&script, &app](const std::string& written, double nowSeconds, int baud, int stopBits) {
+    CheckRequest(app, written);
     std::vector<testing::TimedReply> reply;
     const std::uint8_t how = script.Byte();
     const double delay = (how >> 2) * 0.02;  // 0 to 1.26 s
