@@ -9,10 +9,13 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sstream>
 
+#include "cli/cli_texts.h"
 #include "core/fault.h"
 #include "core/file_commit.h"
+#include "core/settings_file.h"
 #include "hub/app.h"
 #include "log1/startup.h"
 
@@ -28,13 +31,13 @@ Options ParseOptions(const std::string& command, int argc, char** argv, int firs
       continue;
     }
     if (name.rfind("--", 0) != 0) {
-      if (!known.count("")) throw CommandError{command + ": unexpected argument " + name, 2};
+      if (!known.count("")) throw CommandError{Say(CliText::UnexpectedArgument, {command, name}), 2};
       std::string& pos = opts[""];
       pos += (pos.empty() ? "" : "\n") + name;
       continue;
     }
-    if (!known.count(name)) throw CommandError{command + ": unknown option " + name, 2};
-    if (i + 1 >= argc) throw CommandError{command + ": " + name + " needs a value", 2};
+    if (!known.count(name)) throw CommandError{Say(CliText::UnknownOption, {command, name}), 2};
+    if (i + 1 >= argc) throw CommandError{Say(CliText::NeedsValue, {command, name}), 2};
     opts[name] = argv[++i];
   }
   return opts;
@@ -47,7 +50,7 @@ const std::string* Find(const Options& opts, const std::string& name) {
 
 std::string Required(const Options& opts, const std::string& command, const std::string& name) {
   const std::string* v = Find(opts, name);
-  if (!v || v->empty()) throw CommandError{command + ": " + name + " is required", 2};
+  if (!v || v->empty()) throw CommandError{Say(CliText::IsRequired, {command, name}), 2};
   return *v;
 }
 
@@ -59,12 +62,35 @@ std::string ProgramDir() {
 
 std::string NoSettingsFile() { return "/nonexistent/quillet-cli/logger1.ini"; }
 
+double SettingsLanguage(int argc, char** argv) {
+  const char* path = nullptr;
+  for (int i = 2; i + 1 < argc; ++i) {
+    if (std::strcmp(argv[i], "--settings") == 0) path = argv[++i];
+  }
+  if (!path) return 0;
+  auto settings = std::make_unique<AppSettings>();
+  auto probes = std::make_unique<ProbeMemoryTables>();
+  auto scales = std::make_unique<ScaleTables>();
+  auto units = std::make_unique<UnitTable>();
+  try {
+    ReadSettingsFile(path, SettingsFields{*settings, *probes, *scales, *units});
+  } catch (const Fault&) {
+    return 0;
+  } catch (const std::exception&) {
+    return 0;
+  }
+  return settings->LanguageIndex.Value();
+}
+
 std::string ReadBinaryFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw CommandError{"cannot read " + path + ": " + std::strerror(errno)};
+  if (!in) {
+    const std::string why = SystemWords(errno);
+    throw CommandError{Say(CliText::CannotReadWhy, {path, why})};
+  }
   std::ostringstream data;
   data << in.rdbuf();
-  if (in.bad()) throw CommandError{"cannot read " + path};
+  if (in.bad()) throw CommandError{Say(CliText::CannotRead, {path})};
   return data.str();
 }
 
@@ -72,13 +98,14 @@ void WriteBinaryFile(const std::string& path, const std::string& bytes) {
   try {
     CommitBytesTo(path, bytes);
   } catch (const Fault& f) {
-    throw CommandError{"cannot write " + path + ": " + FaultDescription(f.number())};
+    throw CommandError{Say(CliText::CannotWriteWhy, {path, FaultWords(f.number())})};
   }
 }
 
 void CheckDevice(const std::string& device) {
   if (::access(device.c_str(), R_OK | W_OK) != 0) {
-    throw CommandError{"cannot open " + device + ": " + std::strerror(errno)};
+    const std::string why = SystemWords(errno);
+    throw CommandError{Say(CliText::CannotOpenWhy, {device, why})};
   }
 }
 
@@ -88,7 +115,7 @@ double TimeoutOption(const Options& opts) {
   char* end = nullptr;
   const double timeout = std::strtod(t->c_str(), &end);
   if (end == t->c_str() || *end != '\0' || !(timeout > 0) || !std::isfinite(timeout)) {
-    throw CommandError{"--timeout must be a number of seconds", 2};
+    throw CommandError{Say(CliText::TimeoutNotSeconds), 2};
   }
   return timeout;
 }
@@ -96,7 +123,7 @@ double TimeoutOption(const Options& opts) {
 std::string BaudOption(const Options& opts) {
   const std::string* baud = Find(opts, "--baud");
   if (!baud) return {};
-  if (*baud != "1200" && *baud != "4800") throw CommandError{"--baud must be 1200 or 4800", 2};
+  if (*baud != "1200" && *baud != "4800") throw CommandError{Say(CliText::BaudNotSpeed), 2};
   return *baud;
 }
 
@@ -110,7 +137,7 @@ FilePlaces CommandPlaces(const Options& opts) {
 
 void StartCommandApp(App& app) {
   Dispatch(app, [&app] { StartProgram(app); });
-  if (app.ended) throw CommandError{"the start-up failed", app.exitCode == 0 ? 1 : app.exitCode};
+  if (app.ended) throw CommandError{Say(CliText::StartupFailed), app.exitCode == 0 ? 1 : app.exitCode};
 }
 
 }  // namespace quillet

@@ -31,6 +31,11 @@ std::string ProgramDir();
 // A settings path that never exists: without --settings a command starts as a first start.
 std::string NoSettingsFile();
 
+// The language index in the settings file that a --settings among the arguments after the
+// command names (the last one counts, as among the options); 0 when none is named or the
+// file cannot be read whole, as the program's own start-up would take it.
+double SettingsLanguage(int argc, char** argv);
+
 // The program's folder and the current one, with the files --settings and --probes name.
 FilePlaces CommandPlaces(const Options& opts);
 

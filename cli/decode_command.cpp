@@ -6,6 +6,7 @@
 
 #include "log1/hooks.h"
 #include "cli/cli_commands.h"
+#include "cli/cli_texts.h"
 #include "cli/headless_ui.h"
 #include "core/offline_platform.h"
 #include "cli/record_output.h"
@@ -26,7 +27,7 @@ DateTime ParseNow(const std::string& text) {
                   &tail) != 6 ||
       d.month < 1 || d.month > 12 || d.day < 1 || d.day > DaysInMonth(d.year, d.month) || d.hour > 23 ||
       d.minute > 59 || d.second > 59 || d.hour < 0 || d.minute < 0 || d.second < 0 || d.year < 100 || d.year > 9999) {
-    throw CommandError{"decode: --now must be a date and time as \"YYYY-MM-DD hh:mm:ss\", not \"" + text + "\"", 2};
+    throw CommandError{Say(CliText::NowNotDate, {text}), 2};
   }
   return MakeDateTime(d);
 }
@@ -39,13 +40,13 @@ int RunDecode(const Options& opts) {
   const std::string out = Required(opts, "decode", "--out");
   const DateTime now = ParseNow(Required(opts, "decode", "--now"));
   const std::string* fahrenheit = Find(opts, "--fahrenheit");
-  if (fahrenheit && *fahrenheit != "0" && *fahrenheit != "1") throw CommandError{"--fahrenheit must be 0 or 1", 2};
+  if (fahrenheit && *fahrenheit != "0" && *fahrenheit != "1") throw CommandError{Say(CliText::FahrenheitNotFlag), 2};
 
   const std::string header = ReadBinaryFile(headerPath);
   const std::string block = ReadBinaryFile(blockPath);
   if (header.size() < static_cast<std::size_t>(kHeaderBytes)) {
-    throw CommandError{headerPath + " holds " + std::to_string(header.size()) + " bytes; a header has " +
-                       std::to_string(kHeaderBytes)};
+    throw CommandError{
+        Say(CliText::HeaderTooShort, {headerPath, std::to_string(header.size()), std::to_string(kHeaderBytes)})};
   }
 
   HeadlessUi ui;
@@ -72,7 +73,7 @@ int RunDecode(const Options& opts) {
   const std::string probesPath = places.probesFile.empty() ? places.programDir + "/probes.dat" : places.probesFile;
   std::string failure;
   auto why = [](const Fault& f) {
-    return FaultDescription(f.number()) + (f.detail().empty() ? "" : " (" + f.detail() + ")");
+    return FaultWords(f.number()) + (f.detail().empty() ? "" : " (" + f.detail() + ")");
   };
   Dispatch(app, [&] {
     try {
@@ -81,15 +82,12 @@ int RunDecode(const Options& opts) {
       app.s.clock.ClockOffset = 0;
       DecodeHeader(app, header.substr(0, kHeaderBytes));
     } catch (const Fault& f) {
-      failure = "the logger's header in " + headerPath + " could not be decoded: " + why(f);
+      failure = Say(CliText::HeaderNotDecoded, {headerPath, why(f)});
     }
   });
   if (!failure.empty()) throw CommandError{failure};
   if (app.s.logger.ModelCode == 16 && app.s.measure.ProbeFactorNotNumber == 1) {
-    std::fprintf(stderr,
-                 "quillet-cli: warning: %s has a probe factor that is not a number; the record has no unit "
-                 "and no remembered probe\n",
-                 probesPath.c_str());
+    std::fprintf(stderr, "quillet-cli: %s\n", Say(CliText::ProbeFactorNotNumber, {probesPath}).c_str());
   }
   CheckAnnouncedSamples(app);
   ui.where = blockPath;
@@ -101,7 +99,7 @@ int RunDecode(const Options& opts) {
       transport.Feed(block);
       FinishBlock(app);
     } catch (const Fault& f) {
-      failure = "cannot decode " + blockPath + " (" + std::to_string(block.size()) + " bytes): " + why(f);
+      failure = Say(CliText::BlockNotDecoded, {blockPath, std::to_string(block.size()), why(f)});
     }
   });
   if (!failure.empty()) throw CommandError{failure};

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "cli/cli_commands.h"
+#include "cli/cli_texts.h"
 #include "cli/link_session.h"
 #include "cli/record_output.h"
 #include "core/formatting.h"
@@ -59,10 +60,9 @@ int RunDownload(const Options& opts) {
     const double wire = bytes * 11 / app.s.settings.BaudRate.Value();
     try {
       WriteRecordOutputs(app, out, rawPrefix, header);
-      Progress("block of " + GeneralNumber(bytes) + " bytes in " + FormatNumber(end - blockStart, "0.000") +
-               " s, on the wire " + FormatNumber(wire, "0.000") + " s; whole download " +
-               FormatNumber(end - downloadStart, "0.000") + " s");
-      Progress("wrote " + out + ": " + GeneralNumber(app.s.record.RecordSampleCount.Value()) + " samples");
+      Progress(Say(CliText::BlockTimes, {GeneralNumber(bytes), FormatNumber(end - blockStart, "0.000"),
+                                         FormatNumber(wire, "0.000"), FormatNumber(end - downloadStart, "0.000")}));
+      Progress(Say(CliText::Wrote, {out, GeneralNumber(app.s.record.RecordSampleCount.Value())}));
       QCoreApplication::exit(0);
     } catch (const CommandError& e) {
       fail(e);
@@ -83,7 +83,7 @@ int RunDownload(const Options& opts) {
     if (phase == Phase::Finding) {
       if (s.link.LoggerSeen == 1 && s.link.HeaderRead == 1) {
         if (s.measure.ProbeUnset == 1 && s.logger.ModelCode == 16) {
-          fail({"the logger on " + device + " has no probe chosen; choose its probe in the window first"});
+          fail({Say(CliText::NoProbeChosen, {device})});
           return;
         }
         try {
@@ -92,32 +92,32 @@ int RunDownload(const Options& opts) {
           fail(e);
           return;
         }
-        Progress("logger #" + GeneralNumber(s.logger.LoggerSerial.Value()) + " (" + app.v.log1.Label34.caption +
-                 ") at " + GeneralNumber(s.settings.BaudRate.Value()) + " bit/s, " +
-                 GeneralNumber(s.logger.StoredSamples.Value()) + " samples, " +
-                 GeneralNumber(s.logger.BlockBytes.Value()) + " bytes");
+        Progress(Say(CliText::LoggerFound,
+                     {GeneralNumber(s.logger.LoggerSerial.Value()), app.v.log1.Label34.caption,
+                      GeneralNumber(s.settings.BaudRate.Value()), GeneralNumber(s.logger.StoredSamples.Value()),
+                      GeneralNumber(s.logger.BlockBytes.Value())}));
         downloadStart = clock.nsecsElapsed() / 1e9;
         Dispatch(app, [&app] { StartDownload(app); });
         if (app.s.link.DownloadActive != 1) {
-          fail({"the download did not start"});
+          fail({Say(CliText::DownloadNotStarted)});
           return;
         }
         phase = Phase::Downloading;
         // Without a limit from the user: three whole block times at the slower speed.
         if (!timeoutGiven) deadline = elapsed + timeout + 3 * (app.s.logger.BlockBytes.Value() * 11 / 1200 + 10);
       } else if (elapsed > timeout) {
-        fail({"no logger answered on " + device + " within " + GeneralNumber(timeout) + " s"});
+        fail({Say(CliText::NoLoggerAnswered, {device, GeneralNumber(timeout)})});
       }
       return;
     }
     const std::string percent = app.v.log1.Label14.caption;
     if (s.link.BlockPhase == 1 && !percent.empty() && percent != lastPercent) {
       lastPercent = percent;
-      Progress("downloading " + percent + "%");
+      Progress(Say(CliText::Downloading, {percent}));
     }
     if (elapsed > deadline) {
-      fail({"the download from " + device + " did not complete within " + GeneralNumber(std::floor(elapsed)) + " s (at " +
-            (lastPercent.empty() ? std::string("0") : lastPercent) + "%)"});
+      fail({Say(CliText::DownloadIncomplete, {device, GeneralNumber(std::floor(elapsed)),
+                                               lastPercent.empty() ? std::string("0") : lastPercent})});
     }
   });
   supervisor.start(kSuperviseMs);

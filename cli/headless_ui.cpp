@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "cli/cli_texts.h"
 #include "hub/app.h"
 #include "log1/language.h"
 #include "graph/annotation.h"
@@ -50,7 +51,7 @@ void HeadlessUi::ShowModal(DialogId dialog) {
   }
 }
 
-void HeadlessUi::PutGraphOnClipboard() { std::fprintf(stderr, "quillet-cli: no clipboard without a window\n"); }
+void HeadlessUi::PutGraphOnClipboard() { std::fprintf(stderr, "quillet-cli: %s\n", Say(CliText::NoClipboard).c_str()); }
 
 void HeadlessUi::FatalErrorReport(int, const std::string& text) {
   std::string t = text;
@@ -61,15 +62,12 @@ void HeadlessUi::FatalErrorReport(int, const std::string& text) {
 }
 
 void HeadlessUi::FatalFault(const Fault& fault, const std::string&) {
-  std::string why = FaultDescription(fault.number());
+  std::string why = FaultWords(fault.number());
   if (!fault.detail().empty()) why += " (" + fault.detail() + ")";
-  const std::string on = where.empty() ? "" : " (on " + where + ")";
-  if (fault.doing().empty()) {
-    std::fprintf(stderr, "quillet-cli: the command ended on a fault it could not handle: %s%s\n", why.c_str(),
-                 on.c_str());
-  } else {
-    std::fprintf(stderr, "quillet-cli: %s: %s%s\n", fault.doing().c_str(), why.c_str(), on.c_str());
-  }
+  if (!where.empty()) why = Say(CliText::FaultOn, {why, where});
+  const std::string line = fault.doing().empty() ? Say(CliText::FaultUnhandled, {why})
+                                                 : Say(CliText::Explained, {DoingWords(fault.doing()), why});
+  std::fprintf(stderr, "quillet-cli: %s\n", line.c_str());
 }
 
 void HeadlessUi::EndProgramNow(int exitCode) {

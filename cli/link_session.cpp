@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include "cli/cli_texts.h"
 #include "log1/hooks.h"
 #include "log1/startup.h"
 #include "link/link_supervision.h"
@@ -22,7 +23,7 @@ LinkSession::LinkSession(const std::string& device, const Options& opts) {
   app.port.onComm = [&app] { OnSerialEvent(app); };
 
   StartCommandApp(app);
-  if (!app.port.PortOpen()) throw CommandError{"cannot open " + device};
+  if (!app.port.PortOpen()) throw CommandError{Say(CliText::CannotOpen, {device})};
   // A speed given here comes before the one the settings remember.
   if (!baud.empty()) {
     Dispatch(app, [&app, &baud] {

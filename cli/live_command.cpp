@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "cli/cli_commands.h"
+#include "cli/cli_texts.h"
 #include "cli/link_session.h"
 #include "core/formatting.h"
 
@@ -41,14 +42,13 @@ int RunLive(const Options& opts) {
   QTimer limit;
   limit.setSingleShot(true);
   QObject::connect(&limit, &QTimer::timeout, [&] {
-    const std::string within = " from " + device + " within " + GeneralNumber(timeout) + " s";
+    const std::string seconds = GeneralNumber(timeout);
     if (shown == 0) {
-      failure = {"live: no reading came" + within};
+      failure = {Say(CliText::NoReading, {device, seconds})};
     } else if (count > 0) {
-      failure = {"live: only " + std::to_string(shown) + " of " + std::to_string(count) + " readings came" + within};
+      failure = {Say(CliText::TooFewReadings, {std::to_string(shown), std::to_string(count), device, seconds})};
     } else {
-      std::fprintf(stderr, "quillet-cli: live: stopped after %s s, %ld readings shown\n", GeneralNumber(timeout).c_str(),
-                   shown);
+      std::fprintf(stderr, "quillet-cli: %s\n", Say(CliText::LiveStopped, {seconds, std::to_string(shown)}).c_str());
     }
     QCoreApplication::exit(failure.message.empty() ? 0 : 1);
   });

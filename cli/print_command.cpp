@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/cli_commands.h"
+#include "cli/cli_texts.h"
 #include "cli/offscreen_gui.h"
 #include "cli/headless_ui.h"
 #include "core/fault.h"
@@ -61,16 +62,16 @@ std::optional<QPageSize> PaperOption(const Options& opts) {
   if (!paper) return std::nullopt;
   if (*paper == "A4") return QPageSize(QPageSize::A4);
   if (*paper == "Letter") return QPageSize(QPageSize::Letter);
-  throw CommandError{"print: --paper must be A4 or Letter, not \"" + *paper + "\"", 2};
+  throw CommandError{Say(CliText::PrintPaper, {*paper}), 2};
 }
 
-std::string Why(int fault, const std::string& what) {
+// Why the graph page (or the data table) of the record could not be printed.
+std::string Why(int fault, bool graph, const std::string& record) {
   switch (fault) {
     case kFaultIllegalCall:
-      return "cannot print the description of " + what +
-             ": it holds a stretch of 49 or more characters without a blank";
-    case kFaultPrinter: return "the printer failed while printing " + what;
-    default: return "cannot print " + what + ": " + FaultDescription(fault);
+      return Say(graph ? CliText::DescriptionTooLongGraph : CliText::DescriptionTooLongData, {record});
+    case kFaultPrinter: return Say(graph ? CliText::PrinterFailedGraph : CliText::PrinterFailedData, {record});
+    default: return Say(graph ? CliText::CannotPrintGraph : CliText::CannotPrintData, {record, FaultWords(fault)});
   }
 }
 
@@ -83,14 +84,14 @@ int RunPrint(const Options& opts) {
   const std::string kind = args.substr(0, split);
   const std::string record = split == std::string::npos ? "" : args.substr(split + 1);
   if ((kind != "graph" && kind != "data") || record.empty() || record.find('\n') != std::string::npos) {
-    throw CommandError{"print: say graph or data and name one record file", 2};
+    throw CommandError{Say(CliText::PrintKindAndRecord), 2};
   }
   const bool annotate = Find(opts, "--annotate") != nullptr;
-  if (annotate && kind != "graph") throw CommandError{"print: --annotate belongs to print graph", 2};
+  if (annotate && kind != "graph") throw CommandError{Say(CliText::PrintAnnotateGraphOnly), 2};
   const std::string* out = Find(opts, "--out");
   const std::string* printerName = Find(opts, "--printer");
-  if ((out == nullptr) == (printerName == nullptr)) throw CommandError{"print: give either --out or --printer", 2};
-  if (out && !EndsWithPdf(*out)) throw CommandError{"print: --out must end in .pdf", 2};
+  if ((out == nullptr) == (printerName == nullptr)) throw CommandError{Say(CliText::PrintOutOrPrinter), 2};
+  if (out && !EndsWithPdf(*out)) throw CommandError{Say(CliText::PrintOutPdf), 2};
   const std::optional<QPageSize> paper = PaperOption(opts);
 
   const auto qapp = StartOffscreenGui();
@@ -100,7 +101,7 @@ int RunPrint(const Options& opts) {
     printer = QtPrinterSurface::ToPdf(QString::fromStdString(*out), paper.value_or(QPageSize(QPageSize::A4)));
   } else {
     printer = QtPrinterSurface::ToPrinter(QString::fromStdString(*printerName), paper);
-    if (!printer) throw CommandError{"print: there is no printer called \"" + *printerName + "\""};
+    if (!printer) throw CommandError{Say(CliText::NoSuchPrinter, {*printerName})};
   }
 
   PrintUi ui;
@@ -123,26 +124,27 @@ int RunPrint(const Options& opts) {
     ReadRecordFile(app, record);
   });
   if (ui.messageCount != before || app.s.record.RecordFromFile != 1) {
-    throw CommandError{"cannot read " + record + ": " + (ui.lastMessage.empty() ? "not a record file" : ui.lastMessage)};
+    throw CommandError{
+        Say(CliText::CannotReadWhy, {record, ui.lastMessage.empty() ? Say(CliText::NotARecordFile) : ui.lastMessage})};
   }
   UnseenSurface unseen;
   Dispatch(app, [&app, &unseen] { DrawGraph(app, unseen); });
 
   const int said = ui.messageCount;
   Dispatch(app, [&app, &kind] { kind == "graph" ? PrintGraph(app) : PrintData(app); });
-  const std::string what = kind + " of " + record;
+  const bool graph = kind == "graph";
   if (ui.messageCount != said) {
     printer->Abandon();
-    throw CommandError{"cannot print the " + what + ": " + ui.lastMessage};
+    throw CommandError{Say(graph ? CliText::CannotPrintGraph : CliText::CannotPrintData, {record, ui.lastMessage})};
   }
   if (const int fault = app.s.printing.PrintFault) {
     printer->Abandon();
-    throw CommandError{Why(fault, "the " + what)};
+    throw CommandError{Why(fault, graph, record)};
   }
   try {
     printer->Close();  // a table that fills its last page leaves the job open
   } catch (const Fault&) {
-    throw CommandError{Why(kFaultPrinter, "the " + what)};
+    throw CommandError{Why(kFaultPrinter, graph, record)};
   }
   return 0;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/cli_commands.h"
+#include "cli/cli_texts.h"
 #include "cli/headless_ui.h"
 #include "core/fault.h"
 #include "core/offline_platform.h"
@@ -44,12 +45,12 @@ const ProfileFamilySpec& FamilyOf(const std::string* name, const std::string& pa
   if (name) {
     const ProfileFamilySpec* f = FamilyByName(*name);
     if (!f) {
-      throw CommandError{"profile: unknown family \"" + *name + "\" (custom, 100mv, 10v, 420, bipo100mv, bipo10mv)", 2};
+      throw CommandError{Say(CliText::UnknownFamily, {*name}), 2};
     }
     return *f;
   }
   const ProfileFamilySpec* f = FamilyByExtension(path);
-  if (!f) throw CommandError{"cannot tell the profile family of " + path + " by its extension: give --family", 2};
+  if (!f) throw CommandError{Say(CliText::FamilyByExtension, {path}), 2};
   return *f;
 }
 
@@ -72,15 +73,18 @@ void LoadProfileFile(App& app, HeadlessUi& ui, const ProfileFamilySpec& spec, co
     OpenProfileDialog(app, spec.family);
     const bool loaded = LoadProfile(app, spec.family, path);
     ui.printMessages = print;
-    if (!loaded) throw CommandError{path + ": " + (ui.messageCount > before ? ui.lastMessage : "not a profile")};
+    if (!loaded) {
+      throw CommandError{
+          Say(CliText::Explained, {path, ui.messageCount > before ? ui.lastMessage : Say(CliText::NotAProfile)})};
+    }
   } catch (const Fault& f) {
     ui.printMessages = print;
     const int records = spec.L - spec.F + 2;
     switch (f.number()) {
-      case kFaultFileNotFound: throw CommandError{"cannot read " + path + ": no such file"};
+      case kFaultFileNotFound: throw CommandError{Say(CliText::CannotReadWhy, {path, Say(CliText::NoSuchFile)})};
       case kFaultInputPastEnd:
-        throw CommandError{path + " ends early: a " + spec.name + " profile has " + std::to_string(records) + " records"};
-      default: throw CommandError{"cannot read " + path + ": " + FaultDescription(f.number())};
+        throw CommandError{Say(CliText::ProfileEndsEarly, {path, spec.name, std::to_string(records)})};
+      default: throw CommandError{Say(CliText::CannotReadWhy, {path, FaultWords(f.number())})};
     }
   }
 }
@@ -95,12 +99,12 @@ void ApplyDecodeProfile(App& app, HeadlessUi& ui, const std::string& path) {
   try {
     ProfileOk(app, spec.family);
   } catch (const Fault& f) {
-    throw CommandError{"cannot use " + path + ": " + FaultDescription(f.number())};
+    throw CommandError{Say(CliText::CannotUse, {path, FaultWords(f.number())})};
   }
   ui.printMessages = print;
   ui.yesNoAnswer = MsgAnswer::Yes;
   if (app.s.profiles.ScaleTableInvalid == 1) {
-    throw CommandError{path + ": the profile has fewer than two points or is flat, so nothing converts through it"};
+    throw CommandError{Say(CliText::ProfileFlat, {path})};
   }
 }
 
@@ -140,9 +144,9 @@ int Write(int argc, char** argv) {
       continue;
     }
     if (name != "--family" && name != "--unit" && name != "--entry" && name != "--out") {
-      throw CommandError{"profile write: unknown option " + name, 2};
+      throw CommandError{Say(CliText::UnknownOption, {"profile write", name}), 2};
     }
-    if (i + 1 >= argc) throw CommandError{"profile write: " + name + " needs a value", 2};
+    if (i + 1 >= argc) throw CommandError{Say(CliText::NeedsValue, {"profile write", name}), 2};
     const std::string value = argv[++i];
     if (name == "--family") {
       family = value;
@@ -154,13 +158,13 @@ int Write(int argc, char** argv) {
       out = value;
     } else {
       const std::size_t eq = value.find('=');
-      if (eq == std::string::npos) throw CommandError{"profile write: --entry takes KNOT=TEXT, not \"" + value + "\"", 2};
+      if (eq == std::string::npos) throw CommandError{Say(CliText::EntryForm, {value}), 2};
       entries.emplace_back(value.substr(0, eq), value.substr(eq + 1));
     }
   }
-  if (!hasFamily) throw CommandError{"profile write: --family is required", 2};
-  if (!unit) throw CommandError{"profile write: --unit is required", 2};
-  if (out.empty()) throw CommandError{"profile write: --out is required", 2};
+  if (!hasFamily) throw CommandError{Say(CliText::IsRequired, {"profile write", "--family"}), 2};
+  if (!unit) throw CommandError{Say(CliText::IsRequired, {"profile write", "--unit"}), 2};
+  if (out.empty()) throw CommandError{Say(CliText::IsRequired, {"profile write", "--out"}), 2};
   const ProfileFamilySpec& spec = FamilyOf(&family, out);
   const int last = spec.F + spec.fields - 1;
 
@@ -175,31 +179,30 @@ int Write(int argc, char** argv) {
       char* end = nullptr;
       const long knot = std::strtol(knotText.c_str(), &end, 10);
       if (knotText.empty() || *end != '\0' || knot < spec.F || knot > last) {
-        throw CommandError{"profile write: knot \"" + knotText + "\" is not a field of the " + spec.name + " dialog (" +
-                               std::to_string(spec.F) + " to " + std::to_string(last) + ")",
-                           2};
+        throw CommandError{
+            Say(CliText::KnotNotField, {knotText, spec.name, std::to_string(spec.F), std::to_string(last)}), 2};
       }
       const int field = static_cast<int>(knot) - spec.F + 1;
       v.Text[field].caption = text;
       ProfileFieldEnter(app, spec.family, field);
       if (v.Text[field].caption != text) {
-        throw CommandError{"profile write: knot " + knotText + ": \"" + text + "\" is not a number"};
+        throw CommandError{Say(CliText::KnotNotNumber, {knotText, text})};
       }
     }
     BuildScaleTable(app, spec.family);
-    if (ProfileDialogOf(app, spec.family).PointCount < 2) throw CommandError{"No data to save.  Enter some values."};
+    if (ProfileDialogOf(app, spec.family).PointCount < 2) throw CommandError{Say(CliText::NoDataToSave)};
     const std::string name = ProfileSaveName(spec.family, out);
     if (std::FILE* f = std::fopen(name.c_str(), "rb")) {
       std::fclose(f);
-      if (!replace) throw CommandError{name + " exists: give --replace to replace it"};
+      if (!replace) throw CommandError{Say(CliText::ProfileExists, {name})};
     }
     try {
       WriteProfile(app, spec.family, name);
     } catch (const Fault& f) {
-      throw CommandError{"cannot write " + name + ": " + FaultDescription(f.number())};
+      throw CommandError{Say(CliText::CannotWriteWhy, {name, FaultWords(f.number())})};
     }
   } catch (const Fault& f) {
-    throw CommandError{"profile write: " + FaultDescription(f.number())};
+    throw CommandError{Say(CliText::ProfileWriteFault, {FaultWords(f.number())})};
   }
   return 0;
 }
@@ -212,12 +215,12 @@ int RunProfile(int argc, char** argv) {
     const Options opts = ParseOptions("profile show", argc, argv, 3, {"", "--family"});
     const std::string* file = Find(opts, "");
     if (!file || file->empty() || file->find('\n') != std::string::npos) {
-      throw CommandError{"profile show: one FILE is required", 2};
+      throw CommandError{Say(CliText::ShowOneFile), 2};
     }
     return Show(*file, Find(opts, "--family"));
   }
   if (sub == "write") return Write(argc, argv);
-  throw CommandError{"profile: say show or write", 2};
+  throw CommandError{Say(CliText::ProfileShowOrWrite), 2};
 }
 
 }  // namespace quillet

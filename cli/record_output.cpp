@@ -1,6 +1,7 @@
 #include "cli/record_output.h"
 
 #include "cli/cli_support.h"
+#include "cli/cli_texts.h"
 #include "hub/app.h"
 #include "core/fault.h"
 #include "core/formatting.h"
@@ -11,8 +12,7 @@ namespace quillet {
 void CheckAnnouncedSamples(const App& app) {
   const double stored = app.s.logger.StoredSamples.Value();
   if (stored > kMaxSamples) {
-    throw CommandError{"the logger holds " + GeneralNumber(stored) + " samples; a record takes at most " +
-                       std::to_string(kMaxSamples)};
+    throw CommandError{Say(CliText::TooManySamples, {GeneralNumber(stored), std::to_string(kMaxSamples)})};
   }
 }
 
@@ -26,7 +26,7 @@ void WriteRecordOutputs(App& app, const std::string& out, const std::string& raw
   try {
     WriteRecordFile(app, out, false);
   } catch (const Fault& f) {
-    throw CommandError{"cannot write " + out + ": " + FaultDescription(f.number())};
+    throw CommandError{Say(CliText::CannotWriteWhy, {out, FaultWords(f.number())})};
   }
 }
 

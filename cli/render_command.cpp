@@ -11,6 +11,7 @@
 
 #include "log1/hooks.h"
 #include "cli/cli_commands.h"
+#include "cli/cli_texts.h"
 #include "cli/offscreen_gui.h"
 #include "cli/headless_ui.h"
 #include "hub/app.h"
@@ -33,7 +34,7 @@ QSize ParseSize(const std::string* text) {
   int w = 0, h = 0;
   char tail = 0;
   if (std::sscanf(text->c_str(), "%dx%d%c", &w, &h, &tail) != 2 || w < 16 || h < 16 || w > 20000 || h > 20000) {
-    throw CommandError{"render: --size must be WIDTHxHEIGHT in pixels, 16 to 20000 each, not \"" + *text + "\"", 2};
+    throw CommandError{Say(CliText::RenderSize, {*text}), 2};
   }
   return {w, h};
 }
@@ -84,12 +85,12 @@ bool DrawOn(App& app, QPaintDevice& device, QSize size) {
 int RunRender(const Options& opts) {
   const std::string* positional = Find(opts, "");
   if (!positional || positional->empty() || positional->find('\n') != std::string::npos) {
-    throw CommandError{"render: name one record file", 2};
+    throw CommandError{Say(CliText::RenderOneRecord), 2};
   }
   const std::string record = *positional;
   const std::string out = Required(opts, "render", "--out");
   const bool pdf = EndsWith(out, ".pdf");
-  if (!pdf && !EndsWith(out, ".png")) throw CommandError{"render: --out must end in .png or .pdf", 2};
+  if (!pdf && !EndsWith(out, ".png")) throw CommandError{Say(CliText::RenderOutKind), 2};
   const QSize size = ParseSize(Find(opts, "--size"));
 
   const auto qapp = StartOffscreenGui();
@@ -112,9 +113,10 @@ int RunRender(const Options& opts) {
     ReadRecordFile(app, record);
   });
   if (ui.messageCount != before) {
-    throw CommandError{"cannot read " + record + ": " + (ui.lastMessage.empty() ? "not a record file" : ui.lastMessage)};
+    throw CommandError{
+        Say(CliText::CannotReadWhy, {record, ui.lastMessage.empty() ? Say(CliText::NotARecordFile) : ui.lastMessage})};
   }
-  if (app.s.record.RecordFromFile != 1) throw CommandError{"cannot read " + record};
+  if (app.s.record.RecordFromFile != 1) throw CommandError{Say(CliText::CannotRead, {record})};
 
   // The picture is made in memory and then put in place whole (core/file_commit.h).
   QByteArray bytes;
@@ -133,15 +135,14 @@ int RunRender(const Options& opts) {
       drawn = DrawOn(app, image, size);
       if (drawn) {
         const QByteArray png = EncodePng(image);
-        if (png.isEmpty() || file.write(png) != png.size()) throw CommandError{"cannot write " + out};
+        if (png.isEmpty() || file.write(png) != png.size()) throw CommandError{Say(CliText::CannotWrite, {out})};
       }
     }
   } catch (const Fault& f) {
-    throw CommandError{"cannot draw " + record + ": " + (f.detail().empty() ? FaultDescription(f.number()) : f.detail())};
+    throw CommandError{Say(CliText::CannotDraw, {record, f.detail().empty() ? FaultWords(f.number()) : f.detail()})};
   }
   if (!drawn) {
-    throw CommandError{"nothing to draw: " + record + " holds " +
-                       GeneralNumber(app.s.record.RecordSampleCount.Value()) + " samples; a graph needs three"};
+    throw CommandError{Say(CliText::NothingToDraw, {record, GeneralNumber(app.s.record.RecordSampleCount.Value())})};
   }
   file.close();
   WriteBinaryFile(out, bytes.toStdString());
