@@ -27,7 +27,6 @@ class RecordingPrinter : public PrinterSurface {
     titles.push_back(title);
     if (spy) spy("dialog");
     if (dialogFault) throw Fault(dialogFault);
-    jobs += 1;
   }
   double Width() const override { return width_; }
   double Height() const override { return height_; }
@@ -42,25 +41,23 @@ class RecordingPrinter : public PrinterSurface {
   void TextAt(double x, double y, const std::string& text) override {
     Record({"text", x, y, 0, 0, 0, 0, page, text, font});
   }
-  void MoveTo(double x, double y) override {
-    x_ = x;
-    y_ = y;
-  }
+  void MoveTo(double x, double y) override { x_ = x, y_ = y; }
   double CurrentY() const override { return y_; }
   void TextLine(const std::string& text) override {
     Record({"textline", x_, y_, 0, 0, 0, 0, page, text, font});
     x_ = 0;
     y_ += 20 * size_;
   }
-  void NewPage() override {
-    ++page;
-    x_ = y_ = 0;
-  }
+  void NewPage() override { ++page, x_ = y_ = 0; }
   void EndDoc() override { ++endDocs; }
 
-  std::vector<Call> Lines(int lineColour) const { return Only("line", lineColour); }
-  std::vector<Call> Texts() const { return Only("text", 0); }
-  std::vector<Call> TextLines() const { return Only("textline", 0); }
+  // The calls of one kind; lines only of the given colour.
+  std::vector<Call> Only(const std::string& op, int lineColour = 0) const {
+    std::vector<Call> out;
+    for (const Call& c : calls)
+      if (c.op == op && (op != "line" || c.colour == lineColour)) out.push_back(c);
+    return out;
+  }
 
   int dialogFault = 0;  // the dialog's answer: 0 OK, 32755 Cancel, 482 a printer that fails
   long failAtCall = 0;  // the printer fails (482) at this drawing call, counting from 1
@@ -68,20 +65,13 @@ class RecordingPrinter : public PrinterSurface {
   std::vector<std::string> titles;
   std::vector<Call> calls;
   std::string font;
-  int width = 1, page = 1, endDocs = 0, jobs = 0;
+  int width = 1, page = 1, endDocs = 0;
 
  private:
   void Record(const Call& c) {
     if (spy) spy(c.op);
     if (failAtCall != 0 && static_cast<long>(calls.size()) + 1 == failAtCall) throw Fault(kFaultPrinter);
     calls.push_back(c);
-  }
-  std::vector<Call> Only(const std::string& op, int lineColour) const {
-    std::vector<Call> out;
-    for (const Call& c : calls) {
-      if (c.op == op && (op != "line" || c.colour == lineColour)) out.push_back(c);
-    }
-    return out;
   }
   double width_, height_, size_ = 10, x_ = 0, y_ = 0;
 };
@@ -91,9 +81,6 @@ class RecordingPrinter : public PrinterSurface {
 struct PrintApp : GraphApp {
   explicit PrintApp(double pageWidth = 1000, double pageHeight = 2000) : printer(pageWidth, pageHeight) {
     platform->printer = &printer;
-  }
-  void Run(void (*command)(App&)) {
-    Dispatch(*app, [this, command] { command(*app); });
   }
   RecordingPrinter printer;
 };

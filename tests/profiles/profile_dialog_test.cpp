@@ -1,5 +1,5 @@
-// The entry rule of the profile fields and the life of a profile dialog: opening in
-// both modes, OK, Cancel, Close and Clear All.
+// The profile dialogs: the entry rule of their fields, the table, slopes and preview built
+// from the typed points, and the dialog's life through OK, Cancel, Close and Clear All.
 #include <gtest/gtest.h>
 
 #include "profiles/profile_test_app.h"
@@ -9,33 +9,30 @@ namespace {
 
 using testing::ProfileApp;
 using F = ProfileFamily;
+using Strings = std::vector<std::string>;
+
+Strings Series(double first, double step, int n) {
+  Strings out;
+  for (int i = 0; i < n; ++i) out.push_back(GeneralNumber(first + step * i));
+  return out;
+}
 
 TEST(ProfileEntryRule, AcceptsNumbersAndEmptyFieldsAndSilentlyPutsBackAnythingElse) {
-  struct Case {
-    const char* text;
-    bool accepted;
-  } cases[] = {{"12.5", true}, {"-3", true}, {"-.5", true}, {"", true},    {"1a", false}, {"1 2", false},
-               {"-", false},   {".", false}, {"1/2", false}, {"--3", false}, {"+4", false}, {"1e5", false}};
-  for (const Case& c : cases) {
+  for (auto [text, accepted] : {std::pair{"-.5", true}, {"", true}, {"1a", false}, {"-", false}, {"1/2", false}}) {
     for (bool enter : {true, false}) {
       ProfileApp t;
       t.Open(F::Custom);
       t.Type(F::Custom, 2, "7");
       t.Do([&] {
         t.v(F::Custom).focus = 3;  // the user has moved on
-        t.v(F::Custom).Text[2].caption = c.text;
-        if (enter) {
-          ProfileFieldEnter(*t.app, F::Custom, 2);
-        } else {
-          ProfileFieldLostFocus(*t.app, F::Custom, 2);
-        }
+        t.v(F::Custom).Text[2].caption = text;
+        enter ? ProfileFieldEnter(*t.app, F::Custom, 2) : ProfileFieldLostFocus(*t.app, F::Custom, 2);
       });
-      const std::string cell = CellText(t.app->s.scales.ScaleEntry[1]);
-      EXPECT_EQ(cell, c.accepted ? c.text : "7") << c.text;
-      EXPECT_EQ(t.v(F::Custom).Text[2].caption, c.accepted ? c.text : "7") << c.text;
+      const std::string kept = accepted ? text : "7";
+      EXPECT_EQ(CellText(t.app->s.scales.ScaleEntry[1]) + "|" + t.v(F::Custom).Text[2].caption, kept + "|" + kept);
       // A rejected field takes the focus back when it was left, not on Enter.
-      EXPECT_EQ(t.v(F::Custom).focus, !c.accepted && !enter ? 2 : 3) << c.text;
-      EXPECT_TRUE(t.ui.messages.empty()) << c.text;
+      EXPECT_EQ(t.v(F::Custom).focus, !accepted && !enter ? 2 : 3) << text;
+      EXPECT_TRUE(t.ui.messages.empty()) << text;
     }
   }
 }
@@ -50,9 +47,9 @@ TEST(ProfileEntryRule, UpAndDownMoveAlongTheFieldsAndTheFieldLeftIsChecked) {
   EXPECT_EQ(key(5, true), 4);
   EXPECT_EQ(key(5, false), 6);
   t.v(F::Ma420).focus = 1;
-  EXPECT_EQ(key(1, true), 1);  // Text1 has no Up
+  EXPECT_EQ(key(1, true), 1);  // Text1 has no Up, the last field no Down
   t.v(F::Ma420).focus = 17;
-  EXPECT_EQ(key(17, false), 17);  // the last field has no Down
+  EXPECT_EQ(key(17, false), 17);
   t.v(F::Ma420).Text[8].caption = "x";
   EXPECT_EQ(key(8, false), 8);  // rejected: the focus comes back
   t.v(F::Ma420).Text[8].caption = "42";
@@ -60,89 +57,128 @@ TEST(ProfileEntryRule, UpAndDownMoveAlongTheFieldsAndTheFieldLeftIsChecked) {
   EXPECT_EQ(CellText(t.app->s.scales.ScaleEntry420[11]), "42");
 }
 
-TEST(ProfileDialog, OpensWithTheButtonsOfItsMode) {
-  ProfileApp t;
-  for (int entryOnly : {0, 1}) {
-    t.P().ProfileEntryOnly = static_cast<std::int16_t>(entryOnly);
-    for (F f : {F::Custom, F::Mv100, F::V10, F::Ma420, F::Bipo100mv, F::Bipo10mv}) {
-      t.Open(f);
-      const ProfileDialogView& v = t.v(f);
-      const bool entry = entryOnly == 1 && FamilySpec(f).entryOnlyMode;
-      EXPECT_TRUE(v.visible);
-      EXPECT_EQ(v.Command1.visible, !entry);
-      EXPECT_EQ(v.Command2.visible, !entry);
-      EXPECT_EQ(v.Command3.visible, entry);
-      EXPECT_EQ(v.Label26.visible, entry);
-      EXPECT_EQ(v.Label27.visible, entry);
-    }
+TEST(BuildScaleTable, FillsTheTableAndSlopesFromTheTypedPointsOfEveryFamily) {
+  const Strings eleven = {"0", "2", "4", "6", "8", "10", "12", "14", "16", "18", "20"};
+  std::vector<std::pair<int, std::string>> bipolar;
+  for (int i = 1; i <= 11; ++i) bipolar.push_back({i, eleven[i - 1]});
+  const struct {
+    const char* what;
+    F family;
+    std::vector<std::pair<int, std::string>> typed;  // field, text
+    Strings table, slope;
+  } cases[] = {
+      {"custom, 5 at row 20 and 15 at row 40", F::Custom, {{3, "5"}, {5, "15"}}, Series(-5, 5, 11), Series(5, 0, 11)},
+      {"4 to 20 mA, 0 at 4 and 100 at 20", F::Ma420, {{1, "0"}, {17, "100"}}, Series(0, 6.25, 17),
+       Series(6.25, 0, 17)},
+      {"three points, two slopes", F::V10, {{1, "0"}, {2, "1"}, {3, "3"}},
+       {"0", "1", "3", "5", "7", "9", "11", "13", "15", "17", "19"}, {"1", "2", "2", "2", "2", "2", "2", "2", "2", "2", "2"}},
+      // Cells 15 to 20 carry on the last line.
+      {"bipolar, all eleven fields", F::Bipo100mv, bipolar, Series(0, 2, 17), Series(2, 0, 17)},
+  };
+  for (const auto& c : cases) {
+    ProfileApp t;
+    t.OpenCleared(c.family);
+    for (const auto& [field, text] : c.typed) t.Type(c.family, field, text);
+    EXPECT_EQ(t.Cells(c.family, 'T'), c.table) << c.what;
+    EXPECT_EQ(t.Cells(c.family, 'S'), c.slope) << c.what;
+    EXPECT_EQ(t.d(c.family).PointCount, static_cast<int>(c.typed.size())) << c.what;
+    EXPECT_EQ(t.P().ScaleTableInvalid, 0) << c.what;
   }
 }
 
+TEST(BuildScaleTable, OnePointOrAFlatTableIsNoTableAndKeepsTheSlopesOfTheLastGoodBuild) {
+  ProfileApp t;
+  t.OpenCleared(F::Custom);
+  t.Type(F::Custom, 1, "0");
+  t.Type(F::Custom, 11, "50");
+  t.Type(F::Custom, 11, "");  // one point left: blank table
+  EXPECT_EQ(t.Cells(F::Custom, 'T'), Strings(11, ""));
+  EXPECT_EQ(t.Cells(F::Custom, 'S'), Series(5, 0, 11));
+  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
+  EXPECT_FALSE(t.v(F::Custom).Label23.visible);
+  t.Type(F::Custom, 4, "0");  // two equal points: a flat table, filled, on the bottom of the preview
+  EXPECT_EQ(t.Cells(F::Custom, 'T'), Strings(11, "0"));
+  EXPECT_EQ(t.Cells(F::Custom, 'S'), Series(5, 0, 11));
+  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
+  for (int k = 1; k <= 10; ++k) EXPECT_EQ(t.v(F::Custom).Line[k].y1 + t.v(F::Custom).Line[k].y2, 6000) << k;
+}
+
+TEST(BuildScaleTable, ThePreviewJoinsTheKnotsInsideTheBoxAndLabelsItsEnds) {
+  ProfileApp t;
+  t.OpenCleared(F::Custom, "bar");
+  t.Type(F::Custom, 3, "5");
+  t.Type(F::Custom, 5, "15");
+  const ProfileDialogView& v = t.v(F::Custom);
+  const PreviewLine a = v.Line[1], b = v.Line[10];
+  EXPECT_EQ(std::vector<double>({a.x1, a.y1, a.x2, a.y2, b.x1, b.y1, b.x2, b.y2}),
+            std::vector<double>({4000, 3000, 4192, 2800, 5728, 1200, 5920, 1000}));
+  EXPECT_EQ(v.Label23.caption + "|" + v.Label24.caption + "|" + v.Label25.caption, "-5.|45.|bar");
+  EXPECT_TRUE(v.segmentCount == 10 && v.Label23.visible && v.Label24.visible && v.Label25.visible);
+  // The 4 to 20 mA preview: sixteen segments of 120, and no integer digit forced.
+  t.OpenCleared(F::Ma420);
+  t.Type(F::Ma420, 1, "0");
+  t.Type(F::Ma420, 17, "0.5");
+  const ProfileDialogView& w = t.v(F::Ma420);
+  EXPECT_EQ(std::vector<double>({double(w.segmentCount), w.Line[16].x2, w.Line[16].y2}),
+            std::vector<double>({16, 5920, 1000}));
+  EXPECT_EQ(w.Label23.caption + "|" + w.Label24.caption, ".|.5");
+}
+
+// A custom profile from 0 to 100 confirmed with OK, and the dialog opened again.
+void OpenConfirmed(ProfileApp& t, F f, const std::string& unit = "") {
+  t.OpenCleared(f, unit);
+  t.Type(f, 1, "0");
+  t.Type(f, 11, "100");
+  t.Ok(f);
+  t.ui.messages.clear();
+  t.Open(f);
+}
+
 TEST(ProfileDialog, OkAsksToSaveOnlyAChangedProfileAndStaysOpenWhenTheSaveIsCancelled) {
-  struct Case {
+  const std::string q = "Would you like to save this profile?|Save for future use";
+  const struct {
     const char* what;
     F family;
     std::string typed;        // into field 6, "" for no change
     MsgAnswer answer;         // to the save question
     std::string savedAs;      // the save dialog's answer, "" for Cancel
-    bool asked, stillOpen;
-    std::string text, title;  // of the question
+    std::string question;     // "" when none is asked
+    bool stillOpen;
   } cases[] = {
-      {"no change", F::Custom, "", MsgAnswer::Yes, "", false, false, "", ""},
-      {"a change, no save", F::Custom, "70", MsgAnswer::No, "", true, false, "Would you like to save this profile?",
-       "Save for future use"},
-      {"a change, the save cancelled", F::Custom, "70", MsgAnswer::Yes, "", true, true,
-       "Would you like to save this profile?", "Save for future use"},
-      {"a change, saved", F::Custom, "70", MsgAnswer::Yes, "p1", true, false, "Would you like to save this profile?",
-       "Save for future use"},
-      {"the 10 V dialog asks in the language's words", F::V10, "70", MsgAnswer::No, "", true, false, "en126", "en127"},
+      {"no change", F::Custom, "", MsgAnswer::Yes, "", "", false},
+      {"a change, no save", F::Custom, "70", MsgAnswer::No, "", q, false},
+      {"a change, the save cancelled", F::Custom, "70", MsgAnswer::Yes, "", q, true},
+      {"a change, saved", F::Custom, "70", MsgAnswer::Yes, "p1", q, false},
+      {"the 10 V dialog asks in the language's words", F::V10, "70", MsgAnswer::No, "", "en126|en127", false},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     ProfileApp t;
-    t.Open(c.family);
-    t.Do([&] { ProfileClearAll(*t.app, c.family); });
-    t.Type(c.family, 1, "0");
-    t.Type(c.family, 11, "100");
-    t.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
-    t.Do([&] { ProfileOk(*t.app, c.family); });
-    t.ui.messages.clear();
-
-    t.Open(c.family);
+    OpenConfirmed(t, c.family);
     if (!c.typed.empty()) t.Type(c.family, 6, c.typed);
-    t.ui.answer = [&](const MessageRequest&) { return c.answer; };
     t.ui.saveAnswers = {c.savedAs.empty() ? "" : t.Path(c.savedAs)};
-    t.Do([&] { ProfileOk(*t.app, c.family); });
-    ASSERT_EQ(t.ui.messages.size(), c.asked ? 1u : 0u) << c.what;
-    if (c.asked) {
-      EXPECT_EQ(t.ui.messages[0].text, c.text) << c.what;
-      EXPECT_EQ(t.ui.messages[0].title, c.title) << c.what;
+    t.Ok(c.family, c.answer);
+    ASSERT_EQ(t.ui.messages.size(), c.question.empty() ? 0u : 1u) << c.what;
+    if (!c.question.empty()) {
+      EXPECT_EQ(t.ui.messages[0].text + "|" + t.ui.messages[0].title, c.question) << c.what;
       EXPECT_EQ(t.ui.messages[0].buttons, MsgButtons::YesNo) << c.what;
     }
     EXPECT_EQ(t.v(c.family).visible, c.stillOpen) << c.what;
-    EXPECT_EQ(t.P().ScaleChanged, c.asked ? 1 : 0) << c.what;
+    EXPECT_EQ(t.P().ScaleChanged, c.question.empty() ? 0 : 1) << c.what;
     EXPECT_EQ(t.FileExists(c.savedAs + FamilySpec(c.family).extension), !c.savedAs.empty()) << c.what;
   }
 }
 
 TEST(ProfileDialog, CancelRestoresTheProfileButLeavesTheTableInvalid) {
   ProfileApp t;
-  t.Open(F::Custom);
-  t.Do([&] { ProfileClearAll(*t.app, F::Custom); ProfileUnitChanged(*t.app, F::Custom, "psi"); });
-  t.Type(F::Custom, 1, "0");
-  t.Type(F::Custom, 11, "100");
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
-  t.Do([&] { ProfileOk(*t.app, F::Custom); });
+  OpenConfirmed(t, F::Custom, "psi");
   const auto table = t.Cells(F::Custom, 'T');
-
-  t.Open(F::Custom);
   t.Type(F::Custom, 6, "7");
   t.Do([&] { ProfileUnitChanged(*t.app, F::Custom, "bar"); });
   t.Do([&] { ProfileCancel(*t.app, F::Custom); });
   EXPECT_FALSE(t.v(F::Custom).visible);
   EXPECT_EQ(t.Cells(F::Custom, 'T'), table);
   EXPECT_EQ(t.P().ScaleTableInvalid, 1);
-  EXPECT_EQ(t.unit(), "psi");
-  EXPECT_EQ(t.app->s.UnitByModel[32], "psi");
+  EXPECT_EQ(t.unit() + "|" + t.app->s.UnitByModel[32], "psi|psi");
 }
 
 TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
@@ -151,63 +187,50 @@ TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
   t.app->s.scales.ScaleEntry100mv[1] = Cell::OfNumber(2);
   t.unit() = "mV";
   t.Do([&] { OpenProfileEntry(*t.app, F::Mv100); });
-  EXPECT_EQ(t.P().ProfileEntryOnly, 1);
   t.Type(F::Mv100, 1, "11");
   t.Type(F::Mv100, 2, "12");
   t.Do([&] { ProfileUnitChanged(*t.app, F::Mv100, "x"); });
   t.Do([&] { ProfileCloseBox(*t.app, F::Mv100); });
   EXPECT_FALSE(t.v(F::Mv100).visible);
   EXPECT_EQ(t.P().ProfileEntryOnly, 0);
-  EXPECT_EQ(CellText(t.app->s.scales.ScaleEntry100mv[0]), "11");
-  EXPECT_EQ(CellText(t.app->s.scales.ScaleEntry100mv[1]), "2");
-  EXPECT_EQ(t.unit(), "mV");
+  EXPECT_EQ(t.Cells(F::Mv100, 'E')[0] + "|" + t.Cells(F::Mv100, 'E')[1] + "|" + t.unit(), "11|2|mV");
 }
 
-TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileName) {
+TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKeepsAnEmptyUnitAsTwoBlanks) {
   ProfileApp t;
   t.app->s.scales.ScaleEntry[3] = Cell::OfNumber(3);
   t.app->s.scales.ScaleEntry[9] = Cell::OfNumber(9);
   t.P().ProfileFileName = "/tmp/old";
   t.unit() = "psi";
   t.Open(F::Custom);
-  EXPECT_EQ(t.v(F::Custom).Text[4].caption, "3");
-  EXPECT_EQ(t.v(F::Custom).Frame1.caption, "/tmp/old");
+  const ProfileDialogView& v = t.v(F::Custom);
+  EXPECT_EQ(v.Text[4].caption + "|" + v.Frame1.caption, "3|/tmp/old");
   EXPECT_EQ(t.P().ScaleTableInvalid, 0);
   t.Do([&] { ProfileClearAll(*t.app, F::Custom); });
-  const ProfileDialogView& v = t.v(F::Custom);
   for (int i = 1; i <= 11; ++i) EXPECT_EQ(v.Text[i].caption, "");
-  EXPECT_EQ(v.Text18.caption, "");
-  EXPECT_EQ(v.Frame1.caption, "");
-  EXPECT_EQ(t.unit(), "");
-  EXPECT_EQ(t.P().ProfileFileName, "/tmp/old");
-  EXPECT_EQ(t.Cells(F::Custom, 'E'), std::vector<std::string>(11, ""));
+  EXPECT_EQ(v.Text18.caption + v.Frame1.caption + t.unit() + "|" + t.P().ProfileFileName, "|/tmp/old");
+  EXPECT_EQ(t.Cells(F::Custom, 'E'), Strings(11, ""));
   EXPECT_EQ(t.P().ScaleTableInvalid, 1);
-
-  // OK with the unit left empty keeps it as two blanks.
+  // Saved at OK, the two blanks are written and read back.
   t.Type(F::Custom, 1, "1");
   t.Type(F::Custom, 2, "2");
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
-  t.Do([&] { ProfileOk(*t.app, F::Custom); });
+  t.ui.saveAnswers = {t.Path("blank")};
+  t.Ok(F::Custom, MsgAnswer::Yes);
+  EXPECT_EQ(t.unit() + "|" + t.app->s.UnitByModel[32], "  |  ");
+  EXPECT_EQ(t.ReadFile("blank.cus").substr(0, 27), "\"customfile\",\"rev01\",\"  \"\r\n");
+  t.unit() = "";
+  t.Do([&] { LoadProfile(*t.app, F::Custom, t.Path("blank.cus")); });
   EXPECT_EQ(t.unit(), "  ");
-  EXPECT_EQ(t.app->s.UnitByModel[32], "  ");
 }
 
 TEST(ProfileDialog, ALoadFollowedByOkCountsAsAChangeEvenWithTheSameTable) {
   ProfileApp t;
-  t.Open(F::Custom);
-  t.Do([&] { ProfileClearAll(*t.app, F::Custom); ProfileUnitChanged(*t.app, F::Custom, "psi"); });
-  t.Type(F::Custom, 1, "0");
-  t.Type(F::Custom, 11, "100");
+  OpenConfirmed(t, F::Custom, "psi");
   t.Do([&] { WriteProfile(*t.app, F::Custom, t.Path("same.cus")); });
-  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::No; };
-  t.Do([&] { ProfileOk(*t.app, F::Custom); });
-  t.ui.messages.clear();
-
-  t.Open(F::Custom);
   t.ui.fileAnswers = {t.Path("same.cus")};
   t.Do([&] { OpenProfile(*t.app, F::Custom); });
   EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 1);
-  t.Do([&] { ProfileOk(*t.app, F::Custom); });
+  t.Ok(F::Custom);
   EXPECT_TRUE(t.ui.messages.empty());
   EXPECT_EQ(t.P().ScaleChanged, 1);
   EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 0);
