@@ -14,8 +14,6 @@
 namespace quillet::testing {
 
 constexpr double kNoon = 46347.5;  // 21/11/26 12:00:00
-constexpr double kSecond = 1 / 86400.0;
-constexpr int kRed = Rgb(255, 0, 0);
 
 inline void ExpectNear(const std::vector<double>& got, const std::vector<double>& want) {
   ASSERT_EQ(got.size(), want.size());
@@ -36,21 +34,14 @@ struct GraphApp : TestApp {
     Start();
     app->s.link.DownloadPercent = 100;
   }
-  // Fills the whole record and the shown part with the same samples.
-  void Fill(const std::vector<double>& times, const std::vector<double>& values) {
-    SampleRecord& r = app->s.record;
-    r.FullSampleCount = r.RecordSampleCount = static_cast<double>(times.size());
-    for (std::size_t i = 0; i < times.size(); ++i) {
-      const long k = static_cast<long>(i) + 1;
-      r.FullTimes[k] = r.ShownTimes[k] = times[i];
-      r.FullValues[k] = r.ShownValues[k] = values[i];
-    }
-  }
-  // Samples a minute apart from noon with the given values.
+  // The whole record and the shown part: samples a minute apart from noon.
   void FillMinutes(const std::vector<double>& values) {
-    std::vector<double> times;
-    for (std::size_t i = 0; i < values.size(); ++i) times.push_back(kNoon + 60 * kSecond * static_cast<double>(i));
-    Fill(times, values);
+    SampleRecord& r = app->s.record;
+    r.FullSampleCount = r.RecordSampleCount = static_cast<double>(values.size());
+    for (long k = 1; k <= static_cast<long>(values.size()); ++k) {
+      r.FullTimes[k] = r.ShownTimes[k] = kNoon + (k - 1) / 1440.0;
+      r.FullValues[k] = r.ShownValues[k] = values[k - 1];
+    }
   }
   void Draw() {
     Do([this] { DrawGraph(*app, surface); });
@@ -70,11 +61,7 @@ struct GraphApp : TestApp {
   void Up(double x, double y) {
     Do([&] { GraphMouseUp(*app, x, y); });
   }
-  void Drag(double x1, double y1, double x2, double y2) {
-    Down(x1, y1);
-    Move(1, x2, y2);
-    Up(x2, y2);
-  }
+  void Drag(double x1, double y1, double x2, double y2) { Down(x1, y1), Move(1, x2, y2), Up(x2, y2); }
   // From minute m1 at value v1 to minute m2 at value v2, on the axes as drawn now.
   void DragMinutes(double m1, double v1, double m2, double v2) { Drag(X(m1), Y(v1), X(m2), Y(v2)); }
 

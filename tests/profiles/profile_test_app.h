@@ -28,11 +28,25 @@ struct ProfileApp : TestApp {
   // Opens the dialog, Clear All, and the unit typed.
   void OpenCleared(ProfileFamily f, const std::string& typedUnit = "") {
     Open(f);
-    Do([&] { ProfileClearAll(*app, f), ProfileUnitChanged(*app, f, typedUnit); });
+    Act(ProfileClearAll, f);
+    Do([&] { ProfileUnitChanged(*app, f, typedUnit); });
   }
   // Types a text into a field and presses Enter.
   void Type(ProfileFamily f, int field, const std::string& text) {
-    Do([&] { v(f).Text[field].caption = text, ProfileFieldEnter(*app, f, field); });
+    v(f).Text[field].caption = text;
+    Act(ProfileFieldEnter, f, field);
+  }
+  void Act(void (*action)(App&, ProfileFamily), ProfileFamily f) {
+    Do([&] { action(*app, f); });
+  }
+  void Act(void (*action)(App&, ProfileFamily, int), ProfileFamily f, int field) {
+    Do([&] { action(*app, f, field); });
+  }
+  // The messages shown, each as "text|title", one a line.
+  std::string Told() const {
+    std::string out;
+    for (const MessageRequest& m : ui.messages) out += m.text + "|" + m.title + "\n";
+    return out;
   }
   // OK, answering the save question with `answer`.
   void Ok(ProfileFamily f, MsgAnswer answer = MsgAnswer::No) {

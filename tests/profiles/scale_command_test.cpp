@@ -39,12 +39,6 @@ struct CustomLoggerApp : testing::TestApp {
     c.signal.level = 12.5;
     return c;
   }
-  void TenUnitsARow() {
-    for (int i = 0; i <= 10; ++i) {
-      app->s.scales.ScaleTable[i] = Cell::OfNumber(10 * i);
-      app->s.scales.ScaleSlope[i] = Cell::OfNumber(10);
-    }
-  }
   // Finds the logger and downloads its memory; no live poll falls between header and block.
   void Download() {
     Run(6100);
@@ -82,33 +76,26 @@ void EnterNewProfile(testing::TestApp& t) {
 }
 
 TEST(ScaleCommand, OpensTheDialogOfTheModelModallyAndPausesThePollOnAGuardedRun) {
-  const struct {
-    int model;
-    bool opens;
-    DialogId dialog;
-    bool guarded;
-  } cases[] = {{20, true, DialogId::input100mv, false}, {21, true, DialogId::input420, true},
-               {22, true, DialogId::input10v, true},    {23, true, DialogId::input420, true},
-               {29, true, DialogId::input420, true},    {32, true, DialogId::custom, false},
-               {17, false, DialogId::custom, false},    {31, false, DialogId::custom, false}};
-  for (const auto& c : cases) {
+  for (auto [model, opens, dialog, guarded] : {std::tuple{20, true, DialogId::input100mv, false},
+                                               {22, true, DialogId::input10v, true},
+                                               {17, false, DialogId::custom, false}}) {
     ProfileApp t;
-    t.app->s.logger.ModelCode = c.model;
+    t.app->s.logger.ModelCode = model;
     int pausedInside = -1;
     bool visibleInside = false;
-    t.ui.onModal = [&](DialogId d) {
+    t.ui.onModal = [&t, &pausedInside, &visibleInside](DialogId d) {
       pausedInside = t.app->s.link.PollPaused;
-      for (F f : {F::Custom, F::Mv100, F::V10, F::Ma420}) {
+      for (F f : {F::Mv100, F::V10}) {
         if (FamilySpec(f).dialog != d) continue;
         visibleInside = t.v(f).visible;
         ProfileCancel(*t.app, f);
       }
     };
     t.Do(MnuScale);
-    ASSERT_EQ(t.ui.modals, c.opens ? std::vector<DialogId>{c.dialog} : std::vector<DialogId>{}) << c.model;
-    EXPECT_EQ(visibleInside, c.opens) << c.model;
-    EXPECT_EQ(pausedInside, c.opens ? c.guarded : -1) << c.model;
-    EXPECT_EQ(t.app->s.link.PollPaused, 0) << c.model;
+    EXPECT_EQ(t.ui.modals, opens ? std::vector<DialogId>{dialog} : std::vector<DialogId>{}) << model;
+    EXPECT_EQ(visibleInside, opens) << model;
+    EXPECT_EQ(pausedInside, opens ? guarded : -1) << model;
+    EXPECT_EQ(t.app->s.link.PollPaused, 0) << model;
   }
   ProfileApp t;  // nothing while a block is awaited
   t.app->s.logger.ModelCode = 32;
@@ -117,12 +104,14 @@ TEST(ScaleCommand, OpensTheDialogOfTheModelModallyAndPausesThePollOnAGuardedRun)
   EXPECT_TRUE(t.ui.modals.empty());
 }
 
-TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileAndMarksItUnsaved) {
+TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuardedRunFindsNoTableOrItCameFromAFile) {
   CustomLoggerApp t(Settings());
-  t.TenUnitsARow();
+  for (int i = 0; i <= 10; ++i) {
+    t.app->s.scales.ScaleTable[i] = Cell::OfNumber(10 * i);
+    t.app->s.scales.ScaleSlope[i] = Cell::OfNumber(10);
+  }
   t.Download();
-  const std::vector<double> before = t.Values();
-  EXPECT_EQ(before.front(), 12.5);
+  EXPECT_EQ(t.Values().front(), 12.5);
   EXPECT_EQ(t.app->s.record.RecordUnitText, "mV");
   t.app->s.record.RecordSaved = 1;
   t.ui.onModal = [&t](DialogId d) {
@@ -130,14 +119,28 @@ TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileAndMarksItUnsa
     EnterNewProfile(t);
   };
   t.Do(MnuScale);
-  EXPECT_EQ(t.Values(), std::vector<double>(before.size(), 1.25));  // 0 + 5 * 0.25
+  const std::vector<double> rescaled = t.Values();
+  EXPECT_EQ(rescaled, std::vector<double>(rescaled.size(), 1.25));  // 0 + 5 * 0.25
   EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
   EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
   EXPECT_EQ(t.w().Label16.caption, "en67");
   EXPECT_EQ(t.w().Label16.foreColor, kYellow);
   EXPECT_TRUE(t.w().mnuSaveTXT.enabled);
 
+  // The record stays a model 32 record; the logger now says it is a 10 V one, whose
+  // dialog is cancelled: the guarded run ends on the invalid table.
+  t.app->s.logger.ModelCode = 22;
+  t.app->s.scales.ScaleTable[1] = Cell::OfNumber(1000);
+  t.ui.onModal = [&t](DialogId d) {
+    ASSERT_EQ(d, DialogId::input10v);
+    ProfileCancel(*t.app, F::V10);
+  };
+  t.Do(MnuScale);
+  EXPECT_EQ(t.app->s.profiles.ScaleTableInvalid, 1);
+  EXPECT_EQ(t.Values(), rescaled);
+
   // A record opened from a file is final: the next profile changes nothing in it.
+  t.app->s.logger.ModelCode = 32;
   t.Do([&t] { WriteRecordFile(*t.app, t.dir + "/rec.txt", false); });
   t.Do([&t] { ReadRecordFile(*t.app, t.dir + "/rec.txt"); });
   ASSERT_EQ(t.app->s.record.RecordFromFile, 1);
@@ -150,23 +153,6 @@ TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileAndMarksItUnsa
   t.Do(MnuScale);
   EXPECT_EQ(t.Values(), opened);
   EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
-}
-
-TEST(ScaleCommand, AGuardedRunEndsOnAnInvalidTableAndLeavesTheRecordAlone) {
-  CustomLoggerApp t(Settings());
-  t.TenUnitsARow();
-  t.Download();
-  const std::vector<double> before = t.Values();
-  // The record stays a model 32 record; the logger now says it is a 10 V one.
-  t.app->s.logger.ModelCode = 22;
-  t.app->s.scales.ScaleTable[1] = Cell::OfNumber(1000);
-  t.ui.onModal = [&t](DialogId d) {
-    ASSERT_EQ(d, DialogId::input10v);
-    ProfileCancel(*t.app, F::V10);
-  };
-  t.Do(MnuScale);
-  EXPECT_EQ(t.app->s.profiles.ScaleTableInvalid, 1);
-  EXPECT_EQ(t.Values(), before);
 }
 
 TEST(ScaleCommand, AProfileSurvivesARestartAndConvertsTheNextDownload) {
