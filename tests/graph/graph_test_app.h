@@ -43,24 +43,16 @@ struct GraphApp : TestApp {
       r.FullValues[k] = r.ShownValues[k] = values[k - 1];
     }
   }
-  void Draw() {
-    Do([this] { DrawGraph(*app, surface); });
-  }
+  void Draw() { Do([this] { DrawGraph(*app, surface); }); }
   GraphState& g() { return app->s.graph; }
   // Places on the axes the last drawing left: minutes after noon, values.
   double X(double minute) {
     return 150 + (kNoon + minute / 1440 - g().AxisTimeStart) / (g().AxisTimeEnd - g().AxisTimeStart) * 750;
   }
   double Y(double value) { return 850 - (value - g().YAxisBottom) / (g().YAxisTop - g().YAxisBottom) * 700; }
-  void Down(double x, double y) {
-    Do([&] { GraphMouseDown(*app, x, y); });
-  }
-  void Move(int buttons, double x, double y) {
-    Do([&] { GraphMouseMove(*app, buttons, x, y); });
-  }
-  void Up(double x, double y) {
-    Do([&] { GraphMouseUp(*app, x, y); });
-  }
+  void Down(double x, double y) { Do([&] { GraphMouseDown(*app, x, y); }); }
+  void Move(int buttons, double x, double y) { Do([&] { GraphMouseMove(*app, buttons, x, y); }); }
+  void Up(double x, double y) { Do([&] { GraphMouseUp(*app, x, y); }); }
   void Drag(double x1, double y1, double x2, double y2) { Down(x1, y1), Move(1, x2, y2), Up(x2, y2); }
   // From minute m1 at value v1 to minute m2 at value v2, on the axes as drawn now.
   void DragMinutes(double m1, double v1, double m2, double v2) { Drag(X(m1), Y(v1), X(m2), Y(v2)); }

@@ -25,13 +25,11 @@ struct Zoomable : testing::GraphApp {
   std::vector<double> Shown() { return {s().record.RecordSampleCount, g().YShownMin, g().YShownMax}; }
   // Which of the zoom's marks on the window are on.
   std::string On() {
-    std::string out;
-    for (auto [name, on] : {std::pair{" Command2", w().Command2.enabled}, {" mnuSaveTXT", w().mnuSaveTXT.enabled},
-                            {" Label14", w().Label14.visible}, {" Label16", w().Label16.visible},
-                            {" Label17", w().Label17.visible}, {" ProgressBar1", w().ProgressBar1.visible},
-                            {" Shape1", w().Shape1.visible}})
-      if (on) out += name;
-    return out;
+    const Log1View& v = w();
+    return std::string(v.Command2.enabled ? " Command2" : "") + (v.mnuSaveTXT.enabled ? " mnuSaveTXT" : "") +
+           (v.Label14.visible ? " Label14" : "") + (v.Label16.visible ? " Label16" : "") +
+           (v.Label17.visible ? " Label17" : "") + (v.ProgressBar1.visible ? " ProgressBar1" : "") +
+           (v.Shape1.visible ? " Shape1" : "");
   }
 };
 

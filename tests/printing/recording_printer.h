@@ -1,5 +1,5 @@
 #pragma once
-// A printer that keeps every call with its place, font, line width and page, for tests
+// A printer that keeps every call with its place, font and line width, for tests
 // that assert a printout as numbers. A text line is 20 units per point of the font high.
 // The dialog can answer Cancel, and the printer can fail at a given call.
 #include <functional>
@@ -17,38 +17,36 @@ class RecordingPrinter : public PrinterSurface {
   struct Call {
     std::string op;  // "line", "text" (TextAt) or "textline"
     double x1, y1, x2, y2;
-    int colour, width, page;
+    int colour, width;
     std::string text, font;
   };
-
-  RecordingPrinter(double pageWidth = 1000, double pageHeight = 2000) : width_(pageWidth), height_(pageHeight) {}
 
   void ShowPrinterDialog(const std::string& title) override {
     titles.push_back(title);
     if (spy) spy("dialog");
     if (dialogFault) throw Fault(dialogFault);
   }
-  double Width() const override { return width_; }
-  double Height() const override { return height_; }
+  double Width() const override { return 1000; }
+  double Height() const override { return 2000; }
   void SetFont(const std::string& name, double size, bool bold) override {
     font = name + " " + std::to_string(static_cast<int>(size)) + (bold ? " bold" : "");
     size_ = size;
   }
   void SetLineWidth(int n) override { width = n; }
   void Line(double x1, double y1, double x2, double y2, int colour) override {
-    Record({"line", x1, y1, x2, y2, colour, width, page, "", ""});
+    Record({"line", x1, y1, x2, y2, colour, width, "", ""});
   }
   void TextAt(double x, double y, const std::string& text) override {
-    Record({"text", x, y, 0, 0, 0, 0, page, text, font});
+    Record({"text", x, y, 0, 0, 0, 0, text, font});
   }
   void MoveTo(double x, double y) override { x_ = x, y_ = y; }
   double CurrentY() const override { return y_; }
   void TextLine(const std::string& text) override {
-    Record({"textline", x_, y_, 0, 0, 0, 0, page, text, font});
+    Record({"textline", x_, y_, 0, 0, 0, 0, text, font});
     x_ = 0;
     y_ += 20 * size_;
   }
-  void NewPage() override { ++page, x_ = y_ = 0; }
+  void NewPage() override { x_ = y_ = 0; }
   void EndDoc() override { ++endDocs; }
 
   // The calls of one kind; lines only of the given colour.
@@ -65,7 +63,7 @@ class RecordingPrinter : public PrinterSurface {
   std::vector<std::string> titles;
   std::vector<Call> calls;
   std::string font;
-  int width = 1, page = 1, endDocs = 0;
+  int width = 1, endDocs = 0;
 
  private:
   void Record(const Call& c) {
@@ -73,15 +71,13 @@ class RecordingPrinter : public PrinterSurface {
     if (failAtCall != 0 && static_cast<long>(calls.size()) + 1 == failAtCall) throw Fault(kFaultPrinter);
     calls.push_back(c);
   }
-  double width_, height_, size_ = 10, x_ = 0, y_ = 0;
+  double size_ = 10, x_ = 0, y_ = 0;
 };
 
-// A drawn graph of the given values a minute apart from noon, with a printer to print
-// it on.
+// A drawn graph of the given values a minute apart from noon, with a printer of a page
+// 1000 by 2000 units to print it on.
 struct PrintApp : GraphApp {
-  explicit PrintApp(double pageWidth = 1000, double pageHeight = 2000) : printer(pageWidth, pageHeight) {
-    platform->printer = &printer;
-  }
+  PrintApp() { platform->printer = &printer; }
   RecordingPrinter printer;
 };
 
