@@ -1,5 +1,5 @@
 #pragma once
-// A printer that keeps every call with its place, font, line width and page, for tests
+// A printer that keeps every call with its place, font and line width, for tests
 // that assert a printout as numbers. A text line is 20 units per point of the font high.
 // The dialog can answer Cancel, and the printer can fail at a given call.
 #include <functional>
@@ -17,50 +17,45 @@ class RecordingPrinter : public PrinterSurface {
   struct Call {
     std::string op;  // "line", "text" (TextAt) or "textline"
     double x1, y1, x2, y2;
-    int colour, width, page;
+    int colour, width;
     std::string text, font;
   };
-
-  RecordingPrinter(double pageWidth = 1000, double pageHeight = 2000) : width_(pageWidth), height_(pageHeight) {}
 
   void ShowPrinterDialog(const std::string& title) override {
     titles.push_back(title);
     if (spy) spy("dialog");
     if (dialogFault) throw Fault(dialogFault);
-    jobs += 1;
   }
-  double Width() const override { return width_; }
-  double Height() const override { return height_; }
+  double Width() const override { return 1000; }
+  double Height() const override { return 2000; }
   void SetFont(const std::string& name, double size, bool bold) override {
     font = name + " " + std::to_string(static_cast<int>(size)) + (bold ? " bold" : "");
     size_ = size;
   }
   void SetLineWidth(int n) override { width = n; }
   void Line(double x1, double y1, double x2, double y2, int colour) override {
-    Record({"line", x1, y1, x2, y2, colour, width, page, "", ""});
+    Record({"line", x1, y1, x2, y2, colour, width, "", ""});
   }
   void TextAt(double x, double y, const std::string& text) override {
-    Record({"text", x, y, 0, 0, 0, 0, page, text, font});
+    Record({"text", x, y, 0, 0, 0, 0, text, font});
   }
-  void MoveTo(double x, double y) override {
-    x_ = x;
-    y_ = y;
-  }
+  void MoveTo(double x, double y) override { x_ = x, y_ = y; }
   double CurrentY() const override { return y_; }
   void TextLine(const std::string& text) override {
-    Record({"textline", x_, y_, 0, 0, 0, 0, page, text, font});
+    Record({"textline", x_, y_, 0, 0, 0, 0, text, font});
     x_ = 0;
     y_ += 20 * size_;
   }
-  void NewPage() override {
-    ++page;
-    x_ = y_ = 0;
-  }
+  void NewPage() override { x_ = y_ = 0; }
   void EndDoc() override { ++endDocs; }
 
-  std::vector<Call> Lines(int lineColour) const { return Only("line", lineColour); }
-  std::vector<Call> Texts() const { return Only("text", 0); }
-  std::vector<Call> TextLines() const { return Only("textline", 0); }
+  // The calls of one kind; lines only of the given colour.
+  std::vector<Call> Only(const std::string& op, int lineColour = 0) const {
+    std::vector<Call> out;
+    for (const Call& c : calls)
+      if (c.op == op && (op != "line" || c.colour == lineColour)) out.push_back(c);
+    return out;
+  }
 
   int dialogFault = 0;  // the dialog's answer: 0 OK, 32755 Cancel, 482 a printer that fails
   long failAtCall = 0;  // the printer fails (482) at this drawing call, counting from 1
@@ -68,7 +63,7 @@ class RecordingPrinter : public PrinterSurface {
   std::vector<std::string> titles;
   std::vector<Call> calls;
   std::string font;
-  int width = 1, page = 1, endDocs = 0, jobs = 0;
+  int width = 1, endDocs = 0;
 
  private:
   void Record(const Call& c) {
@@ -76,25 +71,13 @@ class RecordingPrinter : public PrinterSurface {
     if (failAtCall != 0 && static_cast<long>(calls.size()) + 1 == failAtCall) throw Fault(kFaultPrinter);
     calls.push_back(c);
   }
-  std::vector<Call> Only(const std::string& op, int lineColour) const {
-    std::vector<Call> out;
-    for (const Call& c : calls) {
-      if (c.op == op && (op != "line" || c.colour == lineColour)) out.push_back(c);
-    }
-    return out;
-  }
-  double width_, height_, size_ = 10, x_ = 0, y_ = 0;
+  double size_ = 10, x_ = 0, y_ = 0;
 };
 
-// A drawn graph of the given values a minute apart from noon, with a printer to print
-// it on.
+// A drawn graph of the given values a minute apart from noon, with a printer of a page
+// 1000 by 2000 units to print it on.
 struct PrintApp : GraphApp {
-  explicit PrintApp(double pageWidth = 1000, double pageHeight = 2000) : printer(pageWidth, pageHeight) {
-    platform->printer = &printer;
-  }
-  void Run(void (*command)(App&)) {
-    Dispatch(*app, [this, command] { command(*app); });
-  }
+  PrintApp() { platform->printer = &printer; }
   RecordingPrinter printer;
 };
 

@@ -20,18 +20,38 @@ struct ProfileApp : TestApp {
     WriteSettings(1, 1, 1200, 0, 0);
     Start();
   }
-  void Do(const std::function<void()>& action) { Dispatch(*app, action); }
   ProfileDialogView& v(ProfileFamily f) { return ProfileView(*app, f); }
   ProfileDialogState& d(ProfileFamily f) { return ProfileDialogOf(*app, f); }
   ProfileState& P() { return app->s.profiles; }
   std::string& unit() { return app->s.logger.LiveUnitText; }
   void Open(ProfileFamily f) { Do([&] { OpenProfileDialog(*app, f); }); }
+  // Opens the dialog, Clear All, and the unit typed.
+  void OpenCleared(ProfileFamily f, const std::string& typedUnit = "") {
+    Open(f);
+    Act(ProfileClearAll, f);
+    Do([&] { ProfileUnitChanged(*app, f, typedUnit); });
+  }
   // Types a text into a field and presses Enter.
   void Type(ProfileFamily f, int field, const std::string& text) {
-    Do([&] {
-      v(f).Text[field].caption = text;
-      ProfileFieldEnter(*app, f, field);
-    });
+    v(f).Text[field].caption = text;
+    Act(ProfileFieldEnter, f, field);
+  }
+  void Act(void (*action)(App&, ProfileFamily), ProfileFamily f) {
+    Do([&] { action(*app, f); });
+  }
+  void Act(void (*action)(App&, ProfileFamily, int), ProfileFamily f, int field) {
+    Do([&] { action(*app, f, field); });
+  }
+  // The messages shown, each as "text|title", one a line.
+  std::string Told() const {
+    std::string out;
+    for (const MessageRequest& m : ui.messages) out += m.text + "|" + m.title + "\n";
+    return out;
+  }
+  // OK, answering the save question with `answer`.
+  void Ok(ProfileFamily f, MsgAnswer answer = MsgAnswer::No) {
+    ui.answer = [answer](const MessageRequest&) { return answer; };
+    Do([&] { ProfileOk(*app, f); });
   }
   // The table, slope or entry cells of a family over its knots, as texts ("" for none).
   std::vector<std::string> Cells(ProfileFamily f, char which) {
@@ -45,7 +65,6 @@ struct ProfileApp : TestApp {
     }
     return out;
   }
-  std::string Path(const std::string& name) const { return dir + "/" + name; }
 };
 
 }  // namespace quillet::testing

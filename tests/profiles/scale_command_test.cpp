@@ -15,52 +15,50 @@ namespace {
 using testing::ProfileApp;
 using F = ProfileFamily;
 
-// A model 32 logger on the line whose input reads `level` units (20 counts a unit), and
-// the program started with the given logger1.ini.
+// A model 32 logger on the line whose input reads 12.5 units (250 counts, position 1.25
+// on the axis), and the program started with the given logger1.ini.
 struct CustomLoggerApp : testing::TestApp {
-  CustomLoggerApp(double level, const std::string& settings) : line(Config(level), 0.0) {
+  explicit CustomLoggerApp(const std::string& settings) : line(Config(), 0.0) {
     WriteTwoLanguageFile();
     WriteFile("logger1.ini", settings);
     WriteFile("probes.dat", testing::SmallProbesDat(), true);
     transport.peer = [this](const std::string& bytes, double now, int baud, int stopBits) {
       std::vector<testing::TimedReply> out;
       for (const sim::TimedByte& b :
-           line.Receive(std::vector<std::uint8_t>(bytes.begin(), bytes.end()), now, baud, stopBits)) {
+           line.Receive(std::vector<std::uint8_t>(bytes.begin(), bytes.end()), now, baud, stopBits))
         out.push_back({b.at, b.byte});
-      }
       return out;
     };
     Start();
   }
-  static sim::LoggerConfig Config(double level) {
+  static sim::LoggerConfig Config() {
     sim::LoggerConfig c;
     c.modelCode = 32;
     c.elapsedAtStart = 300;
     c.signal.kind = sim::SignalKind::Steady;
-    c.signal.level = level;
+    c.signal.level = 12.5;
     return c;
   }
   // Finds the logger and downloads its memory; no live poll falls between header and block.
   void Download() {
     Run(6100);
-    Dispatch(*app, [this] { StartDownload(*app); });
+    Do(StartDownload);
     for (int waited = 0; waited < 300000 && app->s.link.DownloadActive != 0; waited += 250) Run(250);
     ASSERT_EQ(app->s.link.DownloadActive, 0);
     ASSERT_GT(app->s.record.RecordSampleCount.Value(), 100);
   }
   std::vector<double> Values() {
     std::vector<double> v;
-    for (long i = 1; i <= static_cast<long>(app->s.record.FullSampleCount.Value()); ++i) {
+    for (long i = 1; i <= static_cast<long>(app->s.record.FullSampleCount.Value()); ++i)
       v.push_back(app->s.record.FullValues[i].Value());
-    }
     return v;
   }
   sim::LoggerLine line;
 };
 
-std::string Settings(const std::string& unit32) {
+std::string Settings() {
   testing::AppOptions o;
-  o.unit32 = unit32;
+  o.unit32 = "mV";
   return testing::SettingsText(1200, o);
 }
 
@@ -78,72 +76,73 @@ void EnterNewProfile(testing::TestApp& t) {
 }
 
 TEST(ScaleCommand, OpensTheDialogOfTheModelModallyAndPausesThePollOnAGuardedRun) {
-  struct Case {
-    int model;
-    bool opens;
-    DialogId dialog;
-    bool guarded;
-  } cases[] = {{20, true, DialogId::input100mv, false}, {21, true, DialogId::input420, true},
-               {22, true, DialogId::input10v, true},    {23, true, DialogId::input420, true},
-               {29, true, DialogId::input420, true},    {32, true, DialogId::custom, false},
-               {17, false, DialogId::custom, false},    {31, false, DialogId::custom, false}};
-  for (const Case& c : cases) {
+  for (auto [model, opens, dialog, guarded] : {std::tuple{20, true, DialogId::input100mv, false},
+                                               {22, true, DialogId::input10v, true},
+                                               {17, false, DialogId::custom, false}}) {
     ProfileApp t;
-    t.app->s.logger.ModelCode = c.model;
+    t.app->s.logger.ModelCode = model;
     int pausedInside = -1;
     bool visibleInside = false;
-    t.ui.onModal = [&](DialogId d) {
+    t.ui.onModal = [&t, &pausedInside, &visibleInside](DialogId d) {
       pausedInside = t.app->s.link.PollPaused;
-      visibleInside = true;
-      for (F f : {F::Custom, F::Mv100, F::V10, F::Ma420}) {
-        if (FamilySpec(f).dialog == d) visibleInside = t.v(f).visible;
-      }
-      for (F f : {F::Custom, F::Mv100, F::V10, F::Ma420}) {
-        if (FamilySpec(f).dialog == d) ProfileCancel(*t.app, f);
+      for (F f : {F::Mv100, F::V10}) {
+        if (FamilySpec(f).dialog != d) continue;
+        visibleInside = t.v(f).visible;
+        ProfileCancel(*t.app, f);
       }
     };
-    t.Do([&] { MnuScale(*t.app); });
-    ASSERT_EQ(t.ui.modals.size(), c.opens ? 1u : 0u) << c.model;
-    if (!c.opens) continue;
-    EXPECT_EQ(t.ui.modals[0], c.dialog) << c.model;
-    EXPECT_TRUE(visibleInside);
-    EXPECT_EQ(pausedInside, c.guarded ? 1 : 0) << c.model;
-    EXPECT_EQ(t.app->s.link.PollPaused, 0) << c.model;
+    t.Do(MnuScale);
+    EXPECT_EQ(t.ui.modals, opens ? std::vector<DialogId>{dialog} : std::vector<DialogId>{}) << model;
+    EXPECT_EQ(visibleInside, opens) << model;
+    EXPECT_EQ(pausedInside, opens ? guarded : -1) << model;
+    EXPECT_EQ(t.app->s.link.PollPaused, 0) << model;
   }
   ProfileApp t;  // nothing while a block is awaited
   t.app->s.logger.ModelCode = 32;
   t.app->s.link.LinkMode = kModeBlock;
-  t.Do([&] { MnuScale(*t.app); });
+  t.Do(MnuScale);
   EXPECT_TRUE(t.ui.modals.empty());
 }
 
-TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileAndMarksItUnsaved) {
-  CustomLoggerApp t(12.5, Settings("mV"));  // 250 counts: position 1.25 on the axis
+TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuardedRunFindsNoTableOrItCameFromAFile) {
+  CustomLoggerApp t(Settings());
   for (int i = 0; i <= 10; ++i) {
     t.app->s.scales.ScaleTable[i] = Cell::OfNumber(10 * i);
     t.app->s.scales.ScaleSlope[i] = Cell::OfNumber(10);
   }
   t.Download();
-  const std::vector<double> before = t.Values();
-  EXPECT_EQ(before.front(), 12.5);
+  EXPECT_EQ(t.Values().front(), 12.5);
   EXPECT_EQ(t.app->s.record.RecordUnitText, "mV");
   t.app->s.record.RecordSaved = 1;
-
   t.ui.onModal = [&t](DialogId d) {
     ASSERT_EQ(d, DialogId::custom);
     EnterNewProfile(t);
   };
-  Dispatch(*t.app, [&t] { MnuScale(*t.app); });
-  EXPECT_EQ(t.Values(), std::vector<double>(before.size(), 1.25));  // 0 + 5 * 0.25
+  t.Do(MnuScale);
+  const std::vector<double> rescaled = t.Values();
+  EXPECT_EQ(rescaled, std::vector<double>(rescaled.size(), 1.25));  // 0 + 5 * 0.25
   EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
   EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
-  EXPECT_EQ(t.app->v.log1.Label16.caption, "en67");
-  EXPECT_EQ(t.app->v.log1.Label16.foreColor, kYellow);
-  EXPECT_TRUE(t.app->v.log1.mnuSaveTXT.enabled);
+  EXPECT_EQ(t.w().Label16.caption, "en67");
+  EXPECT_EQ(t.w().Label16.foreColor, kYellow);
+  EXPECT_TRUE(t.w().mnuSaveTXT.enabled);
+
+  // The record stays a model 32 record; the logger now says it is a 10 V one, whose
+  // dialog is cancelled: the guarded run ends on the invalid table.
+  t.app->s.logger.ModelCode = 22;
+  t.app->s.scales.ScaleTable[1] = Cell::OfNumber(1000);
+  t.ui.onModal = [&t](DialogId d) {
+    ASSERT_EQ(d, DialogId::input10v);
+    ProfileCancel(*t.app, F::V10);
+  };
+  t.Do(MnuScale);
+  EXPECT_EQ(t.app->s.profiles.ScaleTableInvalid, 1);
+  EXPECT_EQ(t.Values(), rescaled);
 
   // A record opened from a file is final: the next profile changes nothing in it.
-  Dispatch(*t.app, [&t] { WriteRecordFile(*t.app, t.dir + "/rec.txt", false); });
-  Dispatch(*t.app, [&t] { ReadRecordFile(*t.app, t.dir + "/rec.txt"); });
+  t.app->s.logger.ModelCode = 32;
+  t.Do([&t] { WriteRecordFile(*t.app, t.dir + "/rec.txt", false); });
+  t.Do([&t] { ReadRecordFile(*t.app, t.dir + "/rec.txt"); });
   ASSERT_EQ(t.app->s.record.RecordFromFile, 1);
   const std::vector<double> opened = t.Values();
   t.ui.onModal = [&t](DialogId) {
@@ -151,29 +150,9 @@ TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileAndMarksItUnsa
     ProfileFieldEnter(*t.app, F::Custom, 5);
     ProfileOk(*t.app, F::Custom);
   };
-  Dispatch(*t.app, [&t] { MnuScale(*t.app); });
+  t.Do(MnuScale);
   EXPECT_EQ(t.Values(), opened);
   EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
-}
-
-TEST(ScaleCommand, AGuardedRunEndsOnAnInvalidTableAndLeavesTheRecordAlone) {
-  CustomLoggerApp t(12.5, Settings("mV"));
-  for (int i = 0; i <= 10; ++i) {
-    t.app->s.scales.ScaleTable[i] = Cell::OfNumber(10 * i);
-    t.app->s.scales.ScaleSlope[i] = Cell::OfNumber(10);
-  }
-  t.Download();
-  const std::vector<double> before = t.Values();
-  // The record stays a model 32 record; the logger now says it is a 10 V one.
-  t.app->s.logger.ModelCode = 22;
-  t.app->s.scales.ScaleTable[1] = Cell::OfNumber(1000);
-  t.ui.onModal = [&t](DialogId d) {
-    ASSERT_EQ(d, DialogId::input10v);
-    ProfileCancel(*t.app, F::V10);
-  };
-  Dispatch(*t.app, [&t] { MnuScale(*t.app); });
-  EXPECT_EQ(t.app->s.profiles.ScaleTableInvalid, 1);
-  EXPECT_EQ(t.Values(), before);
 }
 
 TEST(ScaleCommand, AProfileSurvivesARestartAndConvertsTheNextDownload) {
@@ -181,12 +160,12 @@ TEST(ScaleCommand, AProfileSurvivesARestartAndConvertsTheNextDownload) {
   {
     ProfileApp first;
     first.Open(F::Custom);
-    Dispatch(*first.app, [&first] { EnterNewProfile(first); });
+    first.Do([&first] { EnterNewProfile(first); });
     ASSERT_EQ(first.P().ScaleTableInvalid, 0);
-    Dispatch(*first.app, [&first] { EndProgram(*first.app); });
+    first.Do([&first] { EndProgram(*first.app); });
     ini = first.ReadFile("logger1.ini");
   }
-  CustomLoggerApp t(12.5, ini);
+  CustomLoggerApp t(ini);
   EXPECT_EQ(t.app->s.UnitByModel[32], "bar");
   t.Download();
   EXPECT_EQ(t.Values(), std::vector<double>(t.Values().size(), 1.25));
