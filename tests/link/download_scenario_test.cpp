@@ -73,7 +73,8 @@ double DivisorOf(int model, int range, int bytesPerSample) {
   // Models whose stored samples read their range byte as a range code; 32 is not one.
   const int rangeCodeModels[] = {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31};
   if (bytesPerSample == 2) return 1;  // the live reading's 1 stands for two-byte loggers
-  if (std::count(std::begin(rangeCodeModels), std::end(rangeCodeModels), model)) return std::ldexp(1.0, -(range % 4));
+  if (std::count(std::begin(rangeCodeModels), std::end(rangeCodeModels), model))
+    return std::ldexp(1.0, -(range % 4));
   return range;  // the thermistor's divider, or a plain byte
 }
 
@@ -104,15 +105,17 @@ int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, const sim::LoggerConfig& c) {
       ++ruleCases;
       D = ruleD;
     }
-    const Number want = ConvertRawToValue(d.bytesPerSample == 1 ? x.raw : x.raw / 16.0 - 2048, d.model, D, in);
+    const Number want =
+        ConvertRawToValue(d.bytesPerSample == 1 ? x.raw : x.raw / 16.0 - 2048, d.model, D, in);
     const Number got = r.FullValues[step.s];
     const double wantTime = r.FullTimes[1] + (x.tick - first.tick) / kTicksPerDay;
     const bool ok = want.IsEmpty() == got.IsEmpty() && want.Value() == got.Value() &&
-                    r.ShownValues[step.s].Value() == got.Value() && std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
+                    r.ShownValues[step.s].Value() == got.Value() &&
+                    std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
     if (!ok && ++failures <= 3) {
-      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want " << want.Value()
-                    << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter << "), time off by "
-                    << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
+      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want "
+                    << want.Value() << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter
+                    << "), time off by " << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
     }
   }
   EXPECT_EQ(failures, 0);
@@ -155,13 +158,15 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
 
   ASSERT_TRUE(t.Download());
   ASSERT_FALSE(t.RequestTimes('T').empty());
-  EXPECT_EQ(WrittenBetween(t, 'D', t.RequestTimes('T').front(), t.sched.now_ms()), 0u);  // none while the block comes
+  // No live poll while the block comes.
+  EXPECT_EQ(WrittenBetween(t, 'D', t.RequestTimes('T').front(), t.sched.now_ms()), 0u);
   EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   const SampleRecord& r = t.s().record;
   ExpectAskedNothingButTheClock(t);
   EXPECT_EQ(std::tuple(t.w().Label40.caption, t.w().Label14.caption, r.RecordUnitText),
             std::tuple(std::to_string(t.truth.stored.size()), "100", "degC"));
-  EXPECT_EQ(std::tuple(r.RecordModelCode.Value(), r.LoggerNumber.Value(), r.RecordFromFile), std::tuple(17, 317, 0));
+  EXPECT_EQ(std::tuple(r.RecordModelCode.Value(), r.LoggerNumber.Value(), r.RecordFromFile),
+            std::tuple(17, 317, 0));
   for (const Control* m : {&t.w().mnuSaveTXT, &t.w().mnuPGraph, &t.w().mnuPData, &t.w().mnuGClip})
     EXPECT_TRUE(m->enabled);
   // The live reading comes back once the download is over.
@@ -237,7 +242,7 @@ TEST(Download, ACustomLoggerReadsItsLiveByteAsARangeCodeButItsRecordWithThePlain
 
 TEST(Download, ACurrentLoggerIsRefusedUntilAProbeIsChosenAndThenUsesIt) {
   sim::LoggerConfig c = SteadyLogger(16, 300, 12.5);  // 100 counts
-  c.probeFactor = 4;                                   // CT-50: 8 counts an ampere
+  c.probeFactor = 4;                                  // CT-50: 8 counts an ampere
   EmulatedLoggerApp t(c);
   t.Connect();
   t.Do(StartDownload);
@@ -275,11 +280,12 @@ TEST(Download, EveryDepthOfThinningUnfoldsToTheSamplesTaken) {
     int halfFills;
     double ticks;
     const char *rate, *rateUnit;
-  } depths[] = {
-      {0, 700, "4,096", "en63"},        {1, 1500, "4,096", "en63"}, {2, 3000, "2,048", "en63"},
-      {6, 1024 * 32 * 1.5, "128", "en63"},
-      {14, 1024 * 8192 * 1.5, "12", "en64"},  // an interval past M / 2: counts approximate
-  };
+  } depths[] = {{0, 700, "4,096", "en63"},
+                {1, 1500, "4,096", "en63"},
+                {2, 3000, "2,048", "en63"},
+                {6, 1024 * 32 * 1.5, "128", "en63"},
+                {14, 1024 * 8192 * 1.5, "12", "en64"}};
+  // (At 14 half fills the interval is past M / 2: the running counts are approximate.)
   for (const auto& depth : depths) {
     SCOPED_TRACE(depth.halfFills);
     sim::LoggerConfig c = SteadyLogger(19, depth.ticks * kTickSeconds, 60, 4800);
@@ -323,7 +329,8 @@ TEST(Download, AStalledBlockOrOneCutShortIsFetchedAgainWholeWithoutAskingAgain) 
       t.Run(8000);
       const LinkState& L = t.s().link;
       EXPECT_EQ(L.BlockPhase, 1);
-      EXPECT_TRUE(L.DownloadPercent.Value() > 0 && L.DownloadPercent.Value() < 100) << L.DownloadPercent.Value();
+      EXPECT_TRUE(L.DownloadPercent.Value() > 0 && L.DownloadPercent.Value() < 100)
+          << L.DownloadPercent.Value();
       EXPECT_EQ(t.s().record.RecordSaved.Value(), 0);
       EXPECT_FALSE(t.w().mnuDownload.enabled);
       EXPECT_TRUE(t.w().busy);
@@ -360,8 +367,8 @@ TEST(OversizedRecord, AFileRecordStaysThroughANewLoggersHeaderAndADownloadOfMore
   ExpectThreeSampleRecord(t);
   EXPECT_EQ(t.w().Label40.caption, "3");
   EXPECT_FALSE(t.w().busy);
-  for (const Control* m : {&t.w().mnuFile, &t.w().mnuSetTime, &t.w().mnuDownload, &t.w().mnuDate, &t.w().mnuHelp,
-                           &t.w().mnuPort, &t.w().mnuSaveTXT, &t.w().mnuPGraph}) {
+  for (const Control* m : {&t.w().mnuFile, &t.w().mnuSetTime, &t.w().mnuDownload, &t.w().mnuDate,
+                           &t.w().mnuHelp, &t.w().mnuPort, &t.w().mnuSaveTXT, &t.w().mnuPGraph}) {
     EXPECT_TRUE(m->enabled);
   }
   EXPECT_EQ(std::tuple(t.s().link.LinkMode.Value(), t.s().link.DownloadActive), std::tuple(0, 0));
@@ -473,8 +480,8 @@ TEST(DownloadProperty, RandomLoggersUnfoldToTheSamplesTheyTook) {
       c.elapsedAtStart += 600;
     }
     std::ostringstream what;
-    what << "run " << run << ": model " << c.modelCode << ", memory code " << c.memorySizeCode << ", " << halfFills
-         << " half fills, " << c.baud << " bit/s, signal kind " << static_cast<int>(g.kind);
+    what << "run " << run << ": model " << c.modelCode << ", memory code " << c.memorySizeCode << ", "
+         << halfFills << " half fills, " << c.baud << " bit/s, signal kind " << static_cast<int>(g.kind);
     SCOPED_TRACE(what.str());
     AppOptions o;
     o.appBaud = pick(2) ? 4800 : 1200;

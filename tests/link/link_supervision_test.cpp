@@ -134,7 +134,8 @@ TEST(LinkSupervision, TwentyUnansweredHeaderRequestsGiveUpTheLoggerAndOpenThePor
   EXPECT_EQ(t.Count('R'), 19u);  // the 20th tick sends nothing
   ASSERT_EQ(t.ui.messages.size(), 1u);
   const MessageRequest& m = t.ui.messages[0];
-  EXPECT_EQ(std::tuple(m.text, m.title, m.icon), std::tuple("en86\nen87\nen158", "en159", MsgIcon::Exclamation));
+  EXPECT_EQ(std::tuple(m.text, m.title, m.icon),
+            std::tuple("en86\nen87\nen158", "en159", MsgIcon::Exclamation));
   EXPECT_GE(t.ui.beeps, 1);
   EXPECT_TRUE(portDialogShown && !t.app->port.PortOpen());
   EXPECT_EQ(t.s().link.PortChosen.Value() + t.s().link.LinkMode.Value() + t.s().link.HeaderRetries, 0);

@@ -53,9 +53,10 @@ TEST(LiveReading, ALoggerIsFoundAtEitherSpeedAndShowsItsValueAndUnitOnlyWhenBoth
     EXPECT_EQ(readings[1], c.shown);
     EXPECT_EQ(std::tuple(t.w().Label34.caption, t.w().Label34.visible, t.w().Label13.caption),
               std::tuple(c.label, true, "COM 1"));
-    EXPECT_EQ(t.Count('R'), 1u);  // one header per logger found
+    EXPECT_EQ(t.Count('R'), 1u);      // one header per logger found
     ASSERT_TRUE(EndProgram(*t.app));  // the speed it was found at is kept for the next start
-    EXPECT_NE(t.ReadFile("logger1.ini").find("\"baud =  " + std::to_string(c.config.baud) + "\""), std::string::npos);
+    EXPECT_NE(t.ReadFile("logger1.ini").find("\"baud =  " + std::to_string(c.config.baud) + "\""),
+              std::string::npos);
   }
 }
 

@@ -65,15 +65,17 @@ TEST(Soak, ADayOfALoggerThatComesAndGoesWithADownloadEveryHour) {
     if (hour == 1) heapAfterSecondHour = heap;
     heapPeak = std::max(heapPeak, heap);
   }
-  std::printf("soak: %d h, %d records, logger found again %d times (longest %.1f s); heap in use without the "
-              "emulator's history (%.0f kB): after hour 2 %.0f kB, peak %.0f kB\n",
-              hours, records, finds, longestFindMs / 1000.0, farEnd / 1024, heapAfterSecondHour / 1024,
-              heapPeak / 1024);
+  std::printf(
+      "soak: %d h, %d records, logger found again %d times (longest %.1f s); heap in use without the "
+      "emulator's history (%.0f kB): after hour 2 %.0f kB, peak %.0f kB\n",
+      hours, records, finds, longestFindMs / 1000.0, farEnd / 1024, heapAfterSecondHour / 1024,
+      heapPeak / 1024);
   EXPECT_LT(heapPeak - heapAfterSecondHour, 256 * 1024);
   // The panel at the end: the logger found, its reading and unit shown.
   t.Run(10000);
-  EXPECT_EQ(std::tuple(t.s().link.LoggerSeen, t.w().Label13.caption, t.w().Label19.visible, t.w().Label21.caption),
-            std::tuple(1, "COM 1", true, "degC"));
+  EXPECT_EQ(
+      std::tuple(t.s().link.LoggerSeen, t.w().Label13.caption, t.w().Label19.visible, t.w().Label21.caption),
+      std::tuple(1, "COM 1", true, "degC"));
   EXPECT_NEAR(std::stod(t.w().Label19.caption), 21, 4.5);
 }
 

@@ -31,7 +31,9 @@ void OpenFromMenuAt(testing::TestApp& t, DateTime shown, const std::function<voi
   t.ui.onModal = [user](DialogId) { user(); };
   t.Do(MnuSetTime);
 }
-DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) { return MakeDateTime({y, mo, d, h, mi, s}); }
+DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) {
+  return MakeDateTime({y, mo, d, h, mi, s});
+}
 
 // The emulated logger found by the live poll at 2 s, then its header read.
 struct WithLogger : testing::EmulatedLoggerApp {
@@ -60,7 +62,8 @@ TEST(Timeset, EachUpDownWrapsItsOwnPartAndNeverCarriesIntoAnother) {
 
 TEST(Timeset, FebruaryHasTwentyNineDaysInEveryFourthYearCountedWhenTheDialogOpens) {
   StartedApp t;
-  for (auto [year, up, last] : {std::tuple{2024, 0, "29"}, {2023, 0, "28"}, {2100, 0, "29"}, {2024, 1, "29"}}) {
+  for (auto [year, up, last] :
+       {std::tuple{2024, 0, "29"}, {2023, 0, "28"}, {2100, 0, "29"}, {2024, 1, "29"}}) {
     OpenFromMenuAt(t, At(year, 2, 1), [&] {
       Step(t, kYear, up);  // stepping the year changes nothing until the next opening
       Step(t, kDay, -1);
@@ -210,7 +213,8 @@ TEST(Calibration, CtrlWUnlocksHighAndLowCalOnlyOnModelsSixtyFourToSixtySix) {
     EXPECT_FALSE(t.w().Command5.enabled);
     t.Do([&t] { Log1KeyPress(*t.app, 23); });
     const bool unlocked = model >= 64 && model <= 66;
-    EXPECT_EQ(std::tuple(t.w().Command5.enabled, t.w().Command6.enabled), std::tuple(unlocked, unlocked)) << model;
+    EXPECT_EQ(std::tuple(t.w().Command5.enabled, t.w().Command6.enabled), std::tuple(unlocked, unlocked))
+        << model;
   }
 }
 
@@ -228,7 +232,8 @@ TEST(Calibration, HighAndLowCalSendTheirLetterAloneAndWaitForNothing) {
             std::tuple(1u, 1u, threshold, mode));
   t.Run(100);
   ASSERT_EQ(t.fw().Calibrations().size(), 2u);
-  EXPECT_EQ(std::tuple(t.fw().Calibrations()[0].letter, t.fw().Calibrations()[1].letter), std::tuple('H', 'L'));
+  EXPECT_EQ(std::tuple(t.fw().Calibrations()[0].letter, t.fw().Calibrations()[1].letter),
+            std::tuple('H', 'L'));
   // The logger going away does not lock them again, and "H" goes out with nobody there.
   t.plugged = false;
   t.Run(15000);

@@ -24,18 +24,18 @@
 #include <sstream>
 
 #include "link/link_supervision.h"
-#include "link/timeset.h"
 #include "link/scenario.h"
+#include "link/timeset.h"
 
 namespace quillet {
 namespace {
 
 using testing::TimedReply;
 
-enum class FaultKind { Silence, CutBlock, Noise, DropByte, DoubleByte, Vanish, SpeedChange, LiveRace, kCount };
-const char* const kKindNames[] = {"silence",          "block cut",           "noise before a reply",
-                                  "byte dropped",     "byte doubled",        "logger unplugged",
-                                  "logger speed changed", "live reply racing a header request"};
+enum FaultKind { Silence, CutBlock, Noise, DropByte, DoubleByte, Vanish, SpeedChange, LiveRace, kCount };
+const char* const kKindNames[] = {
+    "silence",      "block cut",        "noise before a reply", "byte dropped",
+    "byte doubled", "logger unplugged", "logger speed changed", "live reply racing a header request"};
 
 struct Plan {
   FaultKind kind;
@@ -49,7 +49,7 @@ struct Plan {
   bool Spans() const { return kind == FaultKind::Silence || kind == FaultKind::Vanish; }
   std::string Describe() const {
     std::ostringstream o;
-    o << kKindNames[static_cast<int>(kind)] << ", model " << model << " at " << baud << " bit/s, " << elapsed
+    o << kKindNames[kind] << ", model " << model << " at " << baud << " bit/s, " << elapsed
       << " s recorded, from " << startAfter << " s for " << span << " s, reply " << reply << " at " << where;
     return o.str();
   }
@@ -60,7 +60,7 @@ Plan Draw(std::uint32_t seed) {
   auto uniform = [&g](double a, double b) { return std::uniform_real_distribution<double>(a, b)(g); };
   const int models[] = {17, 18, 19, 64, 65, 66};
   Plan p{};
-  p.kind = static_cast<FaultKind>(seed % static_cast<unsigned>(FaultKind::kCount));
+  p.kind = static_cast<FaultKind>(seed % unsigned{kCount});
   p.model = models[std::uniform_int_distribution<int>(0, 5)(g)];
   p.baud = g() % 2 ? 1200 : 4800;
   p.startAfter = uniform(0, 6);
@@ -110,7 +110,8 @@ class Campaign {
     }
     t_.Do(StartDownload);
     if (plan_.kind == FaultKind::SpeedChange) {
-      t_.sched.At((start_ + plan_.startAfter) * 1000.0, [this] { t_.line.SetBaud(plan_.baud == 1200 ? 4800 : 1200); });
+      t_.sched.At((start_ + plan_.startAfter) * 1000.0,
+                  [this] { t_.line.SetBaud(plan_.baud == 1200 ? 4800 : 1200); });
     }
     // From the end of the fault the download has fifteen minutes: a block of this size
     // takes well under one, but a garbled header may have announced a block as long as
@@ -119,9 +120,10 @@ class Campaign {
     while (t_.sched.now_ms() / 1000.0 < clears + 900 && t_.ui.fatal.empty() && records_ == 0) t_.Run(500);
     if (records_ == 0) {
       const LinkState& L = t_.s().link;
-      why = "no record: mode " + std::to_string(L.LinkMode.Value()) + ", phases " + std::to_string(L.HeaderPhase) +
-            std::to_string(L.BlockPhase) + std::to_string(L.LivePhase) + ", " + std::to_string(t_.ui.fatal.size()) +
-            " fatal, messages " + (t_.ui.messages.empty() ? "none" : t_.ui.messages.back().text);
+      why = "no record: mode " + std::to_string(L.LinkMode.Value()) + ", phases " +
+            std::to_string(L.HeaderPhase) + std::to_string(L.BlockPhase) + std::to_string(L.LivePhase) +
+            ", " + std::to_string(t_.ui.fatal.size()) + " fatal, messages " +
+            (t_.ui.messages.empty() ? "none" : t_.ui.messages.back().text);
       return !t_.ui.fatal.empty() && unseen_ ? kEnded : kStuck;
     }
     if (Right()) return kRight;
@@ -190,16 +192,18 @@ class Campaign {
     done_ = true;
     const std::size_t at = static_cast<std::size_t>(plan_.where * static_cast<double>(out.size() - 1));
     const bool drop = plan_.kind == FaultKind::DropByte, twice = plan_.kind == FaultKind::DoubleByte;
-    const std::size_t awaited =
-        1 + (letter == 'T' ? static_cast<std::size_t>(t_.s().logger.BlockBytes.Value()) : letter == 'R' ? 22 : 2);
+    const auto payload = letter == 'T' ? t_.s().logger.BlockBytes.Value() : letter == 'R' ? 22 : 2;
+    const std::size_t awaited = 1 + static_cast<std::size_t>(payload);
     const std::size_t after = out.size() + (twice ? 1 : 0) - (drop ? 1 : 0);
-    unseen_ = (letter == 'T' || letter == 'R') && at >= 1 && at < awaited && after >= awaited && (drop || twice);
+    unseen_ =
+        (letter == 'T' || letter == 'R') && at >= 1 && at < awaited && after >= awaited && (drop || twice);
     std::mt19937 g(static_cast<std::uint32_t>(out.size() * 7919 + at));
     if (plan_.kind == FaultKind::Noise) {
       std::vector<TimedReply> noise;
       for (int i = 0; i < plan_.count; ++i) {
         const auto b = static_cast<std::uint8_t>(g());
-        noise.push_back({out.front().atSeconds - 1e-4 * (plan_.count - i), b == 0x04 ? std::uint8_t{0x05} : b});
+        noise.push_back(
+            {out.front().atSeconds - 1e-4 * (plan_.count - i), b == 0x04 ? std::uint8_t{0x05} : b});
       }
       out.insert(out.begin(), noise.begin(), noise.end());
     } else if (drop) {
@@ -221,7 +225,8 @@ class Campaign {
       if (header != decoded_) continue;
       why = "the header is the logger's but the block has " + std::to_string(block.size()) + " bytes, want " +
             std::to_string(held.size()) + ", and " + std::to_string(n) + " samples";
-      if (held != block || static_cast<std::size_t>(n) * (plan_.model >= 64 ? 2 : 1) != block.size()) return false;
+      if (held != block || static_cast<std::size_t>(n) * (plan_.model >= 64 ? 2 : 1) != block.size())
+        return false;
       for (int i = 1; i <= n; ++i) {
         if (r.FullValues[i].IsEmpty()) {
           why = "sample " + std::to_string(i) + " has no value";
@@ -280,16 +285,21 @@ TEST(WireFaultCampaign, EveryDownloadGivesTheLoggersOwnRecordOnceTheFaultHasClea
     Campaign c(plan);
     const Result result = c.Run();
     if (result == kWrong || result == kStuck) {
-      ADD_FAILURE() << "seed " << seed << " (" << plan.Describe() << "): " << kResultNames[result] << ": " << c.why;
+      ADD_FAILURE() << "seed " << seed << " (" << plan.Describe() << "): " << kResultNames[result] << ": "
+                    << c.why;
     }
-    for (auto* k : {&all, &byKind[kKindNames[static_cast<int>(plan.kind)]]}) ++(*k)[result], (*k)[5] += c.asked;
+    for (auto* k : {&all, &byKind[kKindNames[plan.kind]]}) {
+      ++(*k)[result];
+      (*k)[5] += c.asked;
+    }
   }
-  std::printf("fault campaign: %d runs; unseen: wrong from a byte lost or doubled inside the awaited length (no "
-              "checksum on the wire); ended: by a garbled header's fault; asked: went through the port dialog\n",
-              runs);
+  std::printf(
+      "fault campaign: %d runs; unseen: wrong from a byte lost or doubled inside the awaited length (no "
+      "checksum on the wire); ended: by a garbled header's fault; asked: went through the port dialog\n",
+      runs);
   for (const auto& [name, k] : byKind) {
-    std::printf("  %-36s right %4d  wrong %3d  stuck %3d  unseen %3d  ended %3d  asked %3d\n", name.c_str(), k[0],
-                k[1], k[2], k[3], k[4], k[5]);
+    std::printf("  %-36s right %4d  wrong %3d  stuck %3d  unseen %3d  ended %3d  asked %3d\n", name.c_str(),
+                k[0], k[1], k[2], k[3], k[4], k[5]);
   }
   EXPECT_EQ(all[kWrong], 0);
   EXPECT_EQ(all[kStuck], 0);

@@ -1,6 +1,8 @@
 // The firmware model: its header layouts, range steps and marks, live readings, refusals,
 // and a start as if run for days. (Its memory and thinning are held against the samples it
 // took by the download scenarios, through the whole program.)
+#include "sim/firmware/firmware.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,8 +11,6 @@
 #include <string>
 #include <tuple>
 #include <vector>
-
-#include "sim/firmware/firmware.h"
 
 namespace quillet::sim {
 namespace {
@@ -47,7 +47,8 @@ TEST(FirmwareHeader, LayoutOneCarriesMarksClockStatusModelCounterAndRange) {
   EXPECT_EQ(Firmware(c).Header(), expected);
 }
 
-TEST(FirmwareHeader, LayoutTwoCarriesClockStatusModelAndThreeCounterBytesThenExtraBytesAndSamplesLowByteFirst) {
+TEST(FirmwareHeader,
+     LayoutTwoCarriesClockStatusModelAndThreeCounterBytesThenExtraBytesAndSamplesLowByteFirst) {
   LoggerConfig c = Config(65, 3000 * kTick + 0.3, {SignalKind::Steady, 25.5}, 2);  // 4096 two-byte slots
   c.serial = 7;
   c.extraLayout2Bytes = 3;
@@ -63,7 +64,8 @@ TEST(FirmwareHeader, LayoutTwoCarriesClockStatusModelAndThreeCounterBytesThenExt
   EXPECT_EQ(fw.Header(), expected);
   const Bytes block = fw.Block();
   ASSERT_EQ(block.size(), 2u * 3001u);
-  EXPECT_EQ(std::vector<int>(block.begin(), block.begin() + 2), (std::vector<int>{0x98, 0x81}));  // (25.5 + 2048) * 16
+  // Two-byte samples go low byte first: (25.5 + 2048) * 16 = 0x8198.
+  EXPECT_EQ(std::vector<int>(block.begin(), block.begin() + 2), (std::vector<int>{0x98, 0x81}));
 }
 
 TEST(FirmwareHeader, TheClockKeeps28BitsOfTicksAndALayoutOneHeaderTheLow16BitsOfTheCounter) {
@@ -83,7 +85,8 @@ TEST(FirmwareRange, TwoRangesAtOnceOverloadAndTheThermistorsFifthStep) {
   EXPECT_EQ(std::tuple(two.Samples()[10].range, two.Samples()[10].raw), std::tuple(2, 200));
 
   const Firmware over(Config(18, 0, {SignalKind::Steady, 1000}));  // 4000 counts: 500 even at code 3
-  EXPECT_EQ(std::tuple(over.RangeByte(), over.Samples()[0].raw, over.RangeMarks().size()), std::tuple(3, 255, 3u));
+  EXPECT_EQ(std::tuple(over.RangeByte(), over.Samples()[0].raw, over.RangeMarks().size()),
+            std::tuple(3, 255, 3u));
 
   LoggerConfig t = Config(17, 100 * 3600.0, {SignalKind::Ramp, -10, 5, 3600, 1});
   t.startRange = 128;  // the divider's top count is at about -7, 5, 21, 41 and 73 degC
@@ -105,10 +108,12 @@ TEST(FirmwareRange, TwoRangesAtOnceOverloadAndTheThermistorsFifthStep) {
 }
 
 TEST(FirmwareLive, ReadingsFollowEachModelsUnitsAndRangeForThemselves) {
-  auto live = [](int model, double level) { return Firmware(Config(model, 0, {SignalKind::Steady, level})).LiveReading(); };
-  EXPECT_EQ(live(25, 100.0), (Live{80, 0}));         // 0.8 counts per ampere
+  auto live = [](int model, double level) {
+    return Firmware(Config(model, 0, {SignalKind::Steady, level})).LiveReading();
+  };
+  EXPECT_EQ(live(25, 100.0), (Live{80, 0}));        // 0.8 counts per ampere
   EXPECT_EQ(live(64, -10.25), (Live{0x5C, 0x7F}));  // (-10.25 + 2048) * 16
-  EXPECT_EQ(live(5, 77.0), (Live{77, 1}));  // unknown model: the count itself
+  EXPECT_EQ(live(5, 77.0), (Live{77, 1}));          // unknown model: the count itself
   // 120 V from 10 s on: 480 counts, 240 at code 1; the recording keeps range 0.
   const Firmware fw(Config(18, 10.5, {SignalKind::Steps, 20, 100, 10.0}));  // last sample at 9.67 s
   EXPECT_EQ(fw.LiveReading(), (Live{240, 1}));
@@ -168,7 +173,8 @@ TEST(FirmwareStart, StartingAsIfRunForDaysEqualsRunningThereInSmallSteps) {
   ASSERT_EQ(walked.Samples().size(), jumped.Samples().size());
   for (std::size_t i = 0; i < jumped.Samples().size(); ++i) {
     const TakenSample &a = jumped.Samples()[i], &b = walked.Samples()[i];
-    ASSERT_TRUE(a.tick == b.tick && a.raw == b.raw && a.range == b.range && a.slot == b.slot) << "sample " << i;
+    ASSERT_TRUE(a.tick == b.tick && a.raw == b.raw && a.range == b.range && a.slot == b.slot)
+        << "sample " << i;
   }
   EXPECT_GT(jumped.RangeMarks().size(), 0u);
   EXPECT_EQ(std::tuple(walked.Memory(), walked.Header(), walked.Block()),
