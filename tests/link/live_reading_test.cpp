@@ -2,92 +2,66 @@
 // with its unit, overload, and what shows when no unit is known.
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
-#include "support/emulated_logger.h"
+#include "link/scenario.h"
+#include "log1/startup.h"
 
 namespace quillet {
 namespace {
 
 using testing::AppOptions;
 using testing::EmulatedLoggerApp;
-using testing::ProbeChoice;
+using testing::SteadyLogger;
 
-sim::LoggerConfig Steady(int model, double level, int baud = 1200) {
-  sim::LoggerConfig c;
-  c.modelCode = model;
-  c.baud = baud;
-  c.serial = 4711;
-  c.elapsedAtStart = 120;
-  c.signal.kind = sim::SignalKind::Steady;
-  c.signal.level = level;
-  return c;
+// What the panel showed of the value and its unit at each reading in `ms`: "-" for a hidden value.
+std::vector<std::string> Readings(EmulatedLoggerApp& t, double ms) {
+  std::vector<std::string> readings;
+  t.app->onLiveReadingShown = [&t, &readings] {
+    const Log1View& w = t.w();
+    readings.push_back((w.Label19.visible ? w.Label19.caption : "-") + "|" + w.Label21.caption +
+                       (w.Label21.visible ? "" : "(hidden)"));
+  };
+  t.Run(ms);
+  t.app->onLiveReadingShown = nullptr;
+  return readings;
 }
 
-TEST(LiveReading, ALoggerIsFoundAtEitherSpeedAndShowsItsValueFromTheReadingAfterItsHeader) {
-  for (int speed : {1200, 4800}) {
-    SCOPED_TRACE(speed);
-    AppOptions o;
-    o.appBaud = speed == 1200 ? 4800 : 1200;          // the program starts at the other speed
-    EmulatedLoggerApp t(Steady(18, 25.0, speed), o);  // 100 counts in range code 0
-    std::vector<std::string> readings;
-    t.app->onLiveReadingShown = [&] {
-      const Log1View& w = t.w();
-      readings.push_back((w.Label19.visible ? w.Label19.caption : "-") + "|" + w.Label21.caption +
-                         (w.Label21.visible ? "" : "(hidden)"));
-    };
-    t.Run(12000);
-    ASSERT_GE(readings.size(), 2u);
-    // The first reply does not say what the logger is: nothing shows until its header.
-    EXPECT_TRUE(readings[0] == "-|" || readings[0] == "-|(hidden)") << readings[0];
-    EXPECT_EQ(readings[1], "25.00|V rms");
-    EXPECT_EQ(t.s().settings.BaudRate.Value(), speed);
-    EXPECT_EQ(t.w().Label13.caption, "COM 1");
-    EXPECT_EQ(t.w().Label34.caption, "Q21");
-    EXPECT_EQ(t.Count('R'), 1u);  // one header per logger found
-  }
-}
-
-TEST(LiveReading, TheValueAndUnitShowOnlyWhenBothAreKnownAndInRange) {
-  AppOptions f;
-  f.fahrenheit = 1;
-  AppOptions noUnit;
-  noUnit.lastProbe = ProbeChoice{"NU-1", "", "2"};
-  sim::LoggerConfig probe = Steady(16, 10.0);
+TEST(LiveReading, ALoggerIsFoundAtEitherSpeedAndShowsItsValueAndUnitOnlyWhenBothAreKnownAndInRange) {
+  AppOptions at1200, at4800 = testing::AtSpeed(4800), fahrenheit, noUnit;
+  fahrenheit.fahrenheit = 1;
+  noUnit.lastProbe = testing::ProbeChoice{"NU-1", "", "2"};
+  sim::LoggerConfig probe = SteadyLogger(16, 120, 10);
   probe.probeFactor = 2;
   const struct {
     sim::LoggerConfig config;
     AppOptions options;
-    const char *label, *value, *unit;
-    bool valueShown;
-    int unitShown;  // -1: either
+    const char *label, *shown;
   } cases[] = {
-      {Steady(18, 600.0), {}, "Q21", "OL", "V rms", true, 0},      // the top of the last range: overload
-      {Steady(18, 500.0), {}, "Q21", "500.00", "V rms", true, 1},  // 250 counts in range code 3
-      {probe, noUnit, "NU-1", nullptr, "", false, -1},             // a probe with no unit
-      {Steady(64, 32.0), f, "J Thermocouple", "89.60", "degF", true, 1},
+      {SteadyLogger(18, 120, 25, 4800), at1200, "Q21", "25.00|V rms"},  // 100 counts in range code 0
+      {SteadyLogger(18, 120, 25), at4800, "Q21", "25.00|V rms"},        // each found from the other speed
+      {SteadyLogger(18, 120, 600), at1200, "Q21", "OL|V rms(hidden)"},  // the top of the last range
+      {SteadyLogger(18, 120, 500), at1200, "Q21", "500.00|V rms"},      // 250 counts in range code 3
+      {probe, noUnit, "NU-1", "-|"},                                    // a probe with no unit
+      {SteadyLogger(64, 120, 32), fahrenheit, "J Thermocouple", "89.60|degF"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.label);
+    SCOPED_TRACE(std::string(c.label) + " " + c.shown);
     EmulatedLoggerApp t(c.config, c.options);
-    t.Run(7000);
-    EXPECT_EQ(t.w().Label34.caption, c.label);
-    EXPECT_TRUE(t.w().Label34.visible);
-    if (c.value) {
-      EXPECT_EQ(t.w().Label19.caption, c.value);
-    }
-    EXPECT_EQ(t.w().Label21.caption, c.unit);
-    EXPECT_EQ(t.w().Label19.visible, c.valueShown);
-    if (c.unitShown >= 0) {
-      EXPECT_EQ(t.w().Label21.visible, c.unitShown == 1);
-    }
-    EXPECT_GE(t.Count('D'), 3u);  // the readings come, whether they show or not
+    const std::vector<std::string> readings = Readings(t, 12000);
+    ASSERT_GE(readings.size(), 3u);
+    // The first reply does not say what the logger is: nothing shows until its header.
+    EXPECT_TRUE(readings[0] == "-|" || readings[0] == "-|(hidden)") << readings[0];
+    EXPECT_EQ(readings[1], c.shown);
+    EXPECT_EQ(std::tuple(t.w().Label34.caption, t.w().Label34.visible, t.w().Label13.caption),
+              std::tuple(c.label, true, "COM 1"));
+    EXPECT_EQ(t.Count('R'), 1u);      // one header per logger found
+    ASSERT_TRUE(EndProgram(*t.app));  // the speed it was found at is kept for the next start
+    EXPECT_NE(t.ReadFile("logger1.ini").find("\"baud =  " + std::to_string(c.config.baud) + "\""),
+              std::string::npos);
   }
 }
 
 TEST(LiveReading, ALoggerTakenAwayIsForgottenAndFoundAgainWithItsHeader) {
-  EmulatedLoggerApp t(Steady(17, 21.0));
+  EmulatedLoggerApp t(SteadyLogger(17, 120, 21));
   t.Run(5000);
   ASSERT_EQ(t.s().link.LoggerSeen, 1);
   t.plugged = false;
@@ -110,7 +84,7 @@ TEST(LiveReading, ALoggerTakenAwayIsForgottenAndFoundAgainWithItsHeader) {
 // and the flush before a request comes before either reply has arrived. Kept as it is;
 // the value is right again from the next exchange on.
 TEST(LiveReading, ASlowLoggerWhoseReplyComesInOneReadIsReadOutOfStepOnce) {
-  sim::LoggerConfig c = Steady(18, 25.0);
+  sim::LoggerConfig c = SteadyLogger(18, 120, 25);
   c.turnaround = 0.4;
   EmulatedLoggerApp t(c);
   auto byteWise = t.transport.peer;
@@ -121,14 +95,11 @@ TEST(LiveReading, ASlowLoggerWhoseReplyComesInOneReadIsReadOutOfStepOnce) {
     }
     return out;
   };
-  std::vector<std::string> values;
-  t.app->onLiveReadingShown = [&] {
-    if (t.w().Label19.visible) values.push_back(t.w().Label19.caption);
-  };
-  t.Run(20000);
-  ASSERT_GE(values.size(), 3u);
-  EXPECT_NE(values[0], "25.00");  // the acknowledge 0x04 read as the count
-  EXPECT_EQ(values.back(), "25.00");
+  std::vector<std::string> readings = Readings(t, 20000);
+  std::erase_if(readings, [](const std::string& r) { return r[0] == '-'; });
+  ASSERT_GE(readings.size(), 3u);
+  EXPECT_NE(readings[0], "25.00|V rms");  // the acknowledge 0x04 read as the count
+  EXPECT_EQ(readings.back(), "25.00|V rms");
 }
 
 }  // namespace

@@ -4,26 +4,19 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "core/date_time.h"
 #include "link/download.h"
 #include "link/link_supervision.h"
+#include "link/scenario.h"
 #include "log1/language.h"
 #include "log1/startup.h"
-#include "support/emulated_logger.h"
 
 namespace quillet {
 namespace {
 
-using testing::EmulatedLoggerApp;
 using testing::StartedApp;
 
 constexpr int kMonth = 1, kDay = 2, kYear = 3, kHour = 4, kMinute = 5, kSecond = 6;
-
-DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) {
-  return MakeDateTime({y, mo, d, h, mi, s});
-}
 
 // Steps a part of the open dialog up (positive) or down (negative), one event a click.
 void Step(testing::TestApp& t, int part, int times) {
@@ -31,22 +24,20 @@ void Step(testing::TestApp& t, int part, int times) {
     t.Do([&t, part, times] { times > 0 ? TimesetUpClick(*t.app, part) : TimesetDownClick(*t.app, part); });
 }
 std::string Text(testing::TestApp& t, int part) { return t.app->v.frmTimeset.Text(part).caption; }
-// Opens the dialog from the menu with the shown clock at the given moment.
+// Opens the dialog from the menu with the shown clock at the given moment; the user does
+// `user` in it.
 void OpenFromMenuAt(testing::TestApp& t, DateTime shown, const std::function<void()>& user) {
   t.s().clock.ClockOffset = t.clock.Now() - shown;
   t.ui.onModal = [user](DialogId) { user(); };
   t.Do(MnuSetTime);
 }
+DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) {
+  return MakeDateTime({y, mo, d, h, mi, s});
+}
 
 // The emulated logger found by the live poll at 2 s, then its header read.
-struct WithLogger : EmulatedLoggerApp {
-  explicit WithLogger(int model) : EmulatedLoggerApp(Config(model)) { Connect(); }
-  static sim::LoggerConfig Config(int model) {
-    sim::LoggerConfig c;
-    c.modelCode = model;
-    c.elapsedAtStart = 600.0;  // a block of about 700 samples
-    return c;
-  }
+struct WithLogger : testing::EmulatedLoggerApp {
+  explicit WithLogger(int model) : EmulatedLoggerApp(testing::SteadyLogger(model, 600)) { Connect(); }
 };
 
 TEST(Timeset, EachUpDownWrapsItsOwnPartAndNeverCarriesIntoAnother) {
@@ -84,27 +75,26 @@ TEST(Timeset, FebruaryHasTwentyNineDaysInEveryFourthYearCountedWhenTheDialogOpen
 
 TEST(Timeset, TheDialogsClockRunsWithCarriesAndCutsAHandSteppedDayBack) {
   StartedApp t;
+  const FrmTimesetView& d = t.app->v.frmTimeset;
   OpenFromMenuAt(t, At(2026, 12, 31, 23, 59, 59), [&] {
     t.Run(1000);
     std::string parts;
     for (int p = kMonth; p <= kSecond; ++p) parts += Text(t, p) + " ";
-    EXPECT_EQ(parts, "1 1 2027 0 0 0 ");
-    EXPECT_EQ(t.app->v.frmTimeset.Label7.caption, " 1 en102  2027");
-    EXPECT_EQ(t.app->v.frmTimeset.Label8.caption, "00:00:00");
+    EXPECT_EQ(std::tuple(parts, d.Label7.caption, d.Label8.caption),
+              std::tuple("1 1 2027 0 0 0 ", " 1 en102  2027", "00:00:00"));
     t.Do(TimesetCancel);
   });
   t.Do(MnuUsa);
   OpenFromMenuAt(t, At(2026, 2, 28, 23, 59, 59), [&] {
     t.Run(1000);
-    EXPECT_EQ(t.app->v.frmTimeset.Label7.caption, "en104  1,  2026");
+    EXPECT_EQ(d.Label7.caption, "en104  1,  2026");
     t.Do(TimesetCancel);
   });
   OpenFromMenuAt(t, At(2026, 1, 31, 8, 0, 0), [&] {
     Step(t, kMonth, 1);
     EXPECT_EQ(Text(t, kDay), "31");  // the steps themselves never carry
     t.Run(1000);
-    EXPECT_EQ(Text(t, kMonth) + "/" + Text(t, kDay), "2/28");
-    EXPECT_EQ(t.app->v.frmTimeset.Label8.caption, "08:00:01");
+    EXPECT_EQ(Text(t, kMonth) + "/" + Text(t, kDay) + " " + d.Label8.caption, "2/28 08:00:01");
     t.Do(TimesetCancel);
   });
 }
@@ -165,8 +155,7 @@ TEST(Timeset, OnTheWayToADownloadOkLetsItRunOnceAndForAllAndCancelStopsItSilentl
               std::tuple(ok, ok, 0));
     EXPECT_FALSE(t.w().Command2.enabled);
     t.Run(20000);
-    EXPECT_EQ(t.Count('T') > 0, ok);
-    EXPECT_EQ(t.s().link.DownloadPercent.Value() == 100, ok);
+    EXPECT_EQ(std::tuple(t.Count('T') > 0, t.s().link.DownloadPercent.Value() == 100), std::tuple(ok, ok));
     EXPECT_TRUE(t.ui.messages.empty());
     const std::size_t modals = t.ui.modals.size();
     t.Do(StartDownload);  // Cancel asks again, OK is not asked again
@@ -224,8 +213,8 @@ TEST(Calibration, CtrlWUnlocksHighAndLowCalOnlyOnModelsSixtyFourToSixtySix) {
     EXPECT_FALSE(t.w().Command5.enabled);
     t.Do([&t] { Log1KeyPress(*t.app, 23); });
     const bool unlocked = model >= 64 && model <= 66;
-    EXPECT_EQ(t.w().Command5.enabled, unlocked) << model;
-    EXPECT_EQ(t.w().Command6.enabled, unlocked) << model;
+    EXPECT_EQ(std::tuple(t.w().Command5.enabled, t.w().Command6.enabled), std::tuple(unlocked, unlocked))
+        << model;
   }
 }
 
@@ -239,13 +228,12 @@ TEST(Calibration, HighAndLowCalSendTheirLetterAloneAndWaitForNothing) {
   const double mode = t.s().link.LinkMode.Value();
   t.Do(Command5Click);
   t.Do(Command6Click);
-  EXPECT_EQ(t.Count('H') + t.Count('L'), 2u);
-  EXPECT_EQ(t.app->port.RThreshold(), threshold);
-  EXPECT_EQ(t.s().link.LinkMode.Value(), mode);
+  EXPECT_EQ(std::tuple(t.Count('H'), t.Count('L'), t.app->port.RThreshold(), t.s().link.LinkMode.Value()),
+            std::tuple(1u, 1u, threshold, mode));
   t.Run(100);
   ASSERT_EQ(t.fw().Calibrations().size(), 2u);
-  EXPECT_EQ(t.fw().Calibrations()[0].letter, 'H');
-  EXPECT_EQ(t.fw().Calibrations()[1].letter, 'L');
+  EXPECT_EQ(std::tuple(t.fw().Calibrations()[0].letter, t.fw().Calibrations()[1].letter),
+            std::tuple('H', 'L'));
   // The logger going away does not lock them again, and "H" goes out with nobody there.
   t.plugged = false;
   t.Run(15000);

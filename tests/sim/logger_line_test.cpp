@@ -1,23 +1,32 @@
+// The logger's side of the line: framing, speed and pacing of the replies, the faults it
+// shows on the wire, and the same logger behind a pseudo-terminal.
 #include "sim/firmware/logger_line.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <thread>
 #include <vector>
+
+#include "sim/firmware/logger_pty.h"
 
 namespace quillet::sim {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-const Bytes kLive = {0x00, 'D'};
-const Bytes kHeader = {0x00, 'R'};
-const Bytes kBlock = {0x00, 'T'};
+const Bytes kLive = {0x00, 'D'}, kHeader = {0x00, 'R'}, kBlock = {0x00, 'T'};
 
-LoggerConfig Quick(int baud = 1200) {
+LoggerConfig Quick(int baud = 1200, double elapsed = 0) {
   LoggerConfig c;
   c.baud = baud;
-  c.pauseAfterAck = 0.0;
+  c.elapsedAtStart = elapsed;
   c.turnaround = 0.001;
   return c;
 }
@@ -61,45 +70,17 @@ TEST(LoggerLine, ACommandSplitAcrossTwoWritesIsAnsweredWhenItsLetterArrivesAndSt
   EXPECT_EQ(line.Commands().size(), 2u);
 }
 
-TEST(LoggerLine, RepliesToCommandsHeardTogetherFollowEachOther) {
+TEST(LoggerLine, RepliesWaitForTheLineAndCommandsHeardWhileTheBlockGoesOutAreNotAnswered) {
   LoggerLine line(Quick());
   const auto reply = line.Receive({0x00, 'D', 0x00, 'D'}, 1.0, 1200, 2);
   ASSERT_EQ(reply.size(), 6u);
   for (int k = 0; k < 6; ++k) EXPECT_NEAR(reply[k].at, 1.001 + (k + 1) * 11.0 / 1200, 1e-9);
   // A command heard while a reply is still going out waits for the line.
-  const auto later = line.Receive(kLive, 1.01, 1200, 2);
-  EXPECT_NEAR(later[0].at, reply.back().at + 11.0 / 1200, 1e-9);
-}
-
-TEST(LoggerLine, HeaderRepliesHaveTheLengthOfTheirLayout) {
-  LoggerLine one(Quick());
-  EXPECT_EQ(one.Receive(kHeader, 0.5, 1200, 2).size(), 1u + 22u);
-  LoggerConfig c = Quick();
-  c.modelCode = 64;
-  c.extraLayout2Bytes = 4;
-  LoggerLine two(c);
-  EXPECT_EQ(two.Receive(kHeader, 0.5, 1200, 2).size(), 1u + 22u + 4u);
-}
-
-TEST(LoggerLine, TheFirmwareClockFollowsTheCallersClock) {
-  LoggerConfig c = Quick();
-  c.elapsedAtStart = 3600.0;
-  LoggerLine line(c, 100.0);
-  line.Receive(kLive, 160.0, 1200, 2);
-  EXPECT_DOUBLE_EQ(line.firmware().Seconds(), 3660.0);
-  const auto header = Values(line.Receive(kHeader, 160.0, 1200, 2));
-  const int ticks = header[12] + 256 * header[13] + 65536 * header[14];
-  EXPECT_EQ(ticks, 4164);  // 3660 s / 0.87890625 s
-}
-
-TEST(LoggerLine, ABlockReplyIsTheMemoryTheHeaderAnnounced) {
-  LoggerConfig c = Quick(4800);
-  c.elapsedAtStart = 300.0;
-  LoggerLine line(c);
-  line.Receive(kHeader, 0.0, 4800, 2);
-  const auto block = Values(line.Receive(kBlock, 0.1, 4800, 2));
-  ASSERT_EQ(block.size(), 1u + line.firmware().Block().size());
-  EXPECT_EQ(Bytes(block.begin() + 1, block.end()), line.firmware().Block());
+  EXPECT_NEAR(line.Receive(kLive, 1.01, 1200, 2).at(0).at, reply.back().at + 11.0 / 1200, 1e-9);
+  const auto block = line.Receive(kBlock, 2.0, 1200, 2);
+  ASSERT_GT(block.size(), 1u);
+  EXPECT_TRUE(line.Receive(kHeader, block.back().at - 0.001, 1200, 2).empty());
+  EXPECT_EQ(line.Receive(kHeader, block.back().at + 0.001, 1200, 2).size(), 1u + 22u);
 }
 
 TEST(LoggerLine, TheFirstBlockRequestsCanBeIgnoredAndABlockCutShortOnceOrEveryTime) {
@@ -109,20 +90,19 @@ TEST(LoggerLine, TheFirstBlockRequestsCanBeIgnoredAndABlockCutShortOnceOrEveryTi
   EXPECT_TRUE(line.Receive(kBlock, 1.0, 1200, 2).empty());
   EXPECT_FALSE(line.Receive(kLive, 1.5, 1200, 2).empty());  // only blocks are ignored
   EXPECT_TRUE(line.Receive(kBlock, 2.0, 1200, 2).empty());
-  const std::size_t whole = line.Receive(kBlock, 3.0, 1200, 2).size();
-  EXPECT_EQ(whole, 1u + line.firmware().Block().size());
+  const Bytes whole = Values(line.Receive(kBlock, 3.0, 1200, 2));
+  EXPECT_EQ(Bytes(whole.begin() + 1, whole.end()), line.firmware().Block());
   ASSERT_EQ(line.Commands().size(), 4u);
   EXPECT_FALSE(line.Commands()[0].answered);
   EXPECT_TRUE(line.Commands()[3].answered);
 
-  c = Quick();
-  c.elapsedAtStart = 100.0;  // 114 samples
+  c = Quick(1200, 100.0);  // 114 samples
   c.faults.cutBlockTo = 10;
   for (int cuts : {1, -1}) {
     c.faults.cutBlocks = cuts;
     LoggerLine cut(c);
     EXPECT_EQ(cut.Receive(kBlock, 0.0, 1200, 2).size(), 11u);
-    const std::size_t again = cut.Receive(kBlock, 5.0, 1200, 2).size();
+    const std::size_t again = cut.Receive(kBlock, 5.0, 1200, 2).size();  // the clock has moved on
     EXPECT_EQ(again, cuts == 1 ? 1u + cut.firmware().Block().size() : 11u);
   }
 }
@@ -136,12 +116,11 @@ TEST(LoggerLine, NoiseBytesComeBeforeTheAcknowledgeAndAreNeverOne) {
   ASSERT_EQ(noisy.size(), 43u);
   EXPECT_EQ(std::count(noisy.begin(), noisy.begin() + 40, 0x04), 0);
   EXPECT_EQ(noisy[40], 0x04);
-  EXPECT_EQ(Values(line.Receive(kLive, 2.0, 1200, 2)).size(), 3u);
+  EXPECT_EQ(line.Receive(kLive, 2.0, 1200, 2).size(), 3u);
 }
 
 TEST(LoggerLine, ASilentLoggerHearsNothingAndLosesWhatWouldArriveInTheSilence) {
-  LoggerConfig c = Quick();
-  c.elapsedAtStart = 200.0;
+  LoggerConfig c = Quick(1200, 200.0);
   c.faults.silentAfter = 10.0;
   c.faults.silentFor = 5.0;
   LoggerLine line(c, 100.0);
@@ -153,26 +132,57 @@ TEST(LoggerLine, ASilentLoggerHearsNothingAndLosesWhatWouldArriveInTheSilence) {
   EXPECT_TRUE(line.Receive(kLive, 111.0, 1200, 2).empty());
   EXPECT_EQ(line.Commands().size(), 1u);
   EXPECT_EQ(line.Receive(kLive, 115.0, 1200, 2).size(), 3u);
-  // The logger kept recording through the silence.
-  EXPECT_DOUBLE_EQ(line.firmware().Seconds(), 215.0);
+  EXPECT_DOUBLE_EQ(line.firmware().Seconds(), 215.0);  // it kept recording through the silence
 }
 
-TEST(LoggerLine, CalibrationCommandsAreAcknowledgedAndNoted) {
-  LoggerConfig c = Quick();
+TEST(LoggerLine, CalibrationCommandsAreAcknowledgedAndNotedWithTheirTime) {
+  LoggerConfig c = Quick(1200, 100 * 0.87890625);
   c.modelCode = 65;
   LoggerLine line(c);
-  EXPECT_EQ(Values(line.Receive({0x00, 'H'}, 1.0, 1200, 2)), Bytes{0x04});
-  EXPECT_EQ(Values(line.Receive({0x00, 'L'}, 2.0, 1200, 2)), Bytes{0x04});
-  ASSERT_EQ(line.firmware().Calibrations().size(), 2u);
-  EXPECT_EQ(line.firmware().Calibrations()[1].letter, 'L');
+  EXPECT_EQ(Values(line.Receive({0x00, 'H'}, 0.0, 1200, 2)), Bytes{0x04});
+  EXPECT_EQ(Values(line.Receive({0x00, 'L'}, 100 * 0.87890625, 1200, 2)), Bytes{0x04});
+  const auto& noted = line.firmware().Calibrations();
+  ASSERT_EQ(noted.size(), 2u);
+  EXPECT_EQ(std::tuple(noted[0].letter, noted[0].tick, noted[1].letter, noted[1].tick),
+            std::tuple('H', 100u, 'L', 200u));
 }
 
-TEST(LoggerLine, CommandsHeardWhileTheBlockGoesOutAreNotAnswered) {
-  LoggerLine line(Quick());
-  const auto block = line.Receive(kBlock, 1.0, 1200, 2);
-  ASSERT_GT(block.size(), 1u);
-  EXPECT_TRUE(line.Receive(kHeader, block.back().at - 0.001, 1200, 2).empty());
-  EXPECT_EQ(line.Receive(kHeader, block.back().at + 0.001, 1200, 2).size(), 1u + 22u);
+// Reads up to `want` bytes, waiting at most `seconds` in all.
+Bytes ReadFor(int fd, std::size_t want, double seconds) {
+  Bytes got;
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  while (got.size() < want && std::chrono::steady_clock::now() < end) {
+    pollfd pfd{fd, POLLIN, 0};
+    if (poll(&pfd, 1, 20) <= 0) continue;
+    std::uint8_t buf[64];
+    const ssize_t n = read(fd, buf, sizeof buf);
+    if (n > 0) got.insert(got.end(), buf, buf + n);
+  }
+  return got;
+}
+
+TEST(LoggerPty, AnApplicationOnTheSlaveGetsALiveReadingOnlyAtTheLoggersSpeed) {
+  LoggerPty pty(Quick(4800));
+  std::atomic<bool> stop{false};
+  std::thread server([&] { pty.Serve(stop); });
+  const int fd = open(pty.SlavePath().c_str(), O_RDWR | O_NOCTTY);
+  ASSERT_GE(fd, 0) << pty.SlavePath();
+  for (speed_t speed : {B1200, B4800}) {
+    termios tio{};
+    ASSERT_EQ(tcgetattr(fd, &tio), 0);
+    cfmakeraw(&tio);
+    tio.c_cflag |= CSTOPB | CLOCAL | CREAD;
+    cfsetispeed(&tio, speed);
+    cfsetospeed(&tio, speed);
+    ASSERT_EQ(tcsetattr(fd, TCSANOW, &tio), 0);
+    ASSERT_EQ(write(fd, kLive.data(), 2), 2);
+    const Bytes reply = ReadFor(fd, 3, speed == B1200 ? 0.3 : 2.0);
+    EXPECT_EQ(reply.size(), speed == B1200 ? 0u : 3u);
+    EXPECT_TRUE(reply.empty() || reply[0] == 0x04);
+  }
+  close(fd);
+  stop = true;
+  server.join();
 }
 
 }  // namespace
