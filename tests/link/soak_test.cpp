@@ -53,12 +53,14 @@ TEST(Soak, ADayOfALoggerThatComesAndGoesWithADownloadEveryHour) {
     EXPECT_FALSE(t.s().record.FullValues[1].IsEmpty());
     t.Run(3 * kMinute - 1);
     // The test's own logs of the wire and of the user's answers are not the program's, and
-    // neither is the emulator's history of every command and sample: off the heap figure.
+    // neither is the emulator's history of every command and sample, nor the copy of it the
+    // fixture takes at each header as the truth: off the heap figure.
     t.transport.written.clear();
     t.ui.messages.clear();
     t.ui.modals.clear();
     farEnd = static_cast<double>(t.line.Commands().capacity() * sizeof(sim::LineCommand) +
-                                 t.fw().Samples().capacity() * sizeof(sim::TakenSample));
+                                 (t.fw().Samples().capacity() + t.truth.samples.capacity()) * sizeof(sim::TakenSample) +
+                                 t.truth.stored.capacity() * sizeof(std::size_t));
     const double heap = static_cast<double>(mallinfo2().uordblks) - farEnd;
     // By the end of the second hour the logger's memory is full and the record has its
     // whole size: from there on the heap must stay flat.
