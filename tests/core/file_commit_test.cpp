@@ -5,7 +5,6 @@
 
 #include <signal.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -27,22 +26,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Slurp(const std::string& path) {
-  std::ostringstream s;
-  s << std::ifstream(path, std::ios::binary).rdbuf();
-  return s.str();
-}
+std::string Slurp(const std::string& path) { return (std::ostringstream() << std::ifstream(path).rdbuf()).str(); }
 
 void Put(const std::string& path, const std::string& text, mode_t mode = 0644) {
   std::ofstream(path, std::ios::binary) << text;
   ::chmod(path.c_str(), mode);
 }
 
-mode_t ModeOf(const std::string& path) {
-  struct stat st {};
-  ::stat(path.c_str(), &st);
-  return st.st_mode & 07777;
-}
+mode_t ModeOf(const std::string& path) { return static_cast<mode_t>(fs::status(path).permissions()); }
 
 // Leftovers of a write beside the target.
 int Temporaries(const std::string& dir) {
