@@ -68,7 +68,7 @@ TEST(FormatDateTime, MonthFirstPatternsUseATwelveHourClockAndDayFirstOnesTwentyF
 
 TEST(LeadingNumber, ReadsTheLongestLeadingDecimalNumber) {
   for (auto [text, expected] : std::vector<std::pair<const char*, double>>{
-           {"  -3.5x", -3.5}, {"abc", 0}, {"-.25", -0.25}, {"+7", 7}, {"1E-2x", 0.01}, {"2.5e+2", 250},
+           {"  -3.5x", -3.5}, {"   ", 0}, {"abc", 0}, {"-.25", -0.25}, {"+7", 7}, {"1E-2x", 0.01}, {"2.5e+2", 250},
            {"12E", 12}, {"12e+", 12}, {"1.2.3", 1.2}, {"\t8", 8}, {"1e-400", 0}, {"0.000e999", 0}})
     EXPECT_EQ(LeadingNumber(text), expected) << '"' << text << '"';
   for (const char* text : {"1e400", "-0.5e99999999999"}) EXPECT_EQ(FaultOf([text] { LeadingNumber(text); }), 6);

@@ -1,9 +1,13 @@
-// logger1.ini: read back by position, only the tail of each settings line counts.
+// Comma-separated files, and logger1.ini: read back by position, only the tail of each
+// settings line counts.
+#include "core/settings_file.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "core/settings_file.h"
+#include "core/fault.h"
+#include "core/text_file.h"
 #include "log1/startup.h"
 #include "support/fake_platform.h"
 #include "support/settings_text.h"
@@ -11,35 +15,29 @@
 namespace quillet {
 namespace {
 
-using testing::StartedApp;
-using testing::TestApp;
+using testing::FaultOf;
+using Strings = std::vector<std::string>;
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> out;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) out.push_back(line);
-  return out;
+TEST(TextReader, SplitsOnCommasAndLineEndsAndTellsNumberEmptyTextAndNothingApart) {
+  auto r = TextReader::FromText("  12 , abc ,\"x, y\"\r\n\"q\"  junk ,last\n1.5,\"\",,\"mV, peak\"\n");
+  EXPECT_EQ(r.ReadNumber(), 12);
+  for (const char* field : {"abc", "x, y", "q", "last"}) EXPECT_EQ(r.ReadText(), field);
+  Cell a = r.ReadCell(), b = r.ReadCell(), c = r.ReadCell(), d = r.ReadCell();
+  EXPECT_TRUE(a.IsNumber() && a.Number() == 1.5 && c.IsNothing() && c.EqualsEmptyText());
+  EXPECT_EQ(b.kind(), Cell::Kind::EmptyText);
+  EXPECT_EQ(d.Text(), "mV, peak");
+  EXPECT_TRUE(r.AtEnd());
+  EXPECT_EQ(FaultOf([&] { r.ReadText(); }), kFaultInputPastEnd);
+  EXPECT_EQ(FaultOf([] { TextReader::FromText("abc\n").ReadNumber(); }), kFaultTypeMismatch);
+  EXPECT_EQ(FaultOf([] { TextReader::Open("/nonexistent/dir/none.txt"); }), kFaultFileNotFound);
 }
 
-void StartWith(TestApp& t, const std::string& ini) {
-  t.WriteTwoLanguageFile();
-  if (!ini.empty()) t.WriteFile("logger1.ini", ini);
-  t.Start();
-}
-
-TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
-  TestApp t;
-  StartWith(t, "");
-  ASSERT_TRUE(EndProgram(*t.app));
-  const auto lines = Lines(t.ReadFile("logger1.ini"));
-  ASSERT_EQ(lines.size(), 81u);
-  EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + 8),
-            (std::vector<std::string>{"\"[PORT etc]\"", "\"comm port =  1\"", "\"language =  1\"",
-                                      "\"baud =  1200\"", "\"Fahrenheit =  0\"", "\"US Date Format =  0\"",
-                                      "\"[probe data]\"", ",,\"\",\"\""}));
-  EXPECT_EQ(lines[18], ",,,,,,,");  // scale row 0, table line, all cells empty
-  // Unit rows 30 and 31 are the program's own, installed at every start.
-  EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"V rms\",\"A rms\",\"\"");
+TEST(TextWriter, QuotesTextAndWritesNumbersBare) {
+  TextWriter w;
+  w.Text("a"), w.Num(0.5), w.Num(Number()), w.Put(Cell::OfEmptyText()), w.Put(Cell()), w.Num(-1200);
+  w.EndLine();
+  EXPECT_EQ(w.content(), "\"a\",0.5,,\"\",,-1200\n");
+  EXPECT_EQ(StrOfNumber(4800) + StrOfNumber(-3), " 4800-3");  // a blank in place of the plus sign
 }
 
 TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
@@ -52,69 +50,48 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
     f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";           // slope line
   }
   f << "\"mV, peak\",\"u21\",\"u22\",\"u23\",\"mA\",\"file30\",\"file31\",\"psi\"\n";
-  TestApp t;
-  StartWith(t, f.str());
+  testing::TestApp t;
+  t.WriteTwoLanguageFile();
+  t.WriteFile("logger1.ini", f.str());
+  t.Start();
   const State& s = t.s();
   EXPECT_EQ(std::tuple(s.settings.ComPort, s.settings.LanguageIndex.Value(), t.transport.baud,
                        s.settings.UseFahrenheit.Value(), s.probes.ProbeUnit[4], s.UnitByModel[20]),
             std::tuple(3, 2.0, 4800, 1.0, "A, rms", "mV, peak"));
   EXPECT_TRUE(s.scales.ScaleEntry10v[20].IsNumber());
   ASSERT_TRUE(EndProgram(*t.app));
-  std::string expected = f.str();
+  std::string expected = f.str();  // unit rows 30 and 31 are the program's own
   expected.replace(expected.find("\"file30\",\"file31\""), 17, "\"V rms\",\"A rms\"");
   EXPECT_EQ(t.ReadFile("logger1.ini"), expected);
 }
 
-TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
-  std::string text = testing::SettingsFileText({});
-  for (auto [from, to] : {std::pair{"[PORT etc]", "whatever"},
-                          {"comm port =  1", "COM3"},
-                          {"language =  1", "x2"},
-                          {"baud =  1200", "speed4800"},
-                          {"Fahrenheit =  0", "F=1"},
-                          {"US Date Format =  0", "0"}})
-    text.replace(text.find(from), std::string(from).size(), to);
-  TestApp t;
-  StartWith(t, text);
-  const auto& set = t.s().settings;
-  EXPECT_EQ(std::tuple(set.ComPort, set.LanguageIndex.Value(), set.BaudRate.Value(), set.UseFahrenheit.Value()),
-            std::tuple(3, 2.0, 4800.0, 1.0));
-
-  TestApp cut;  // one probe entry, then the file ends
-  const std::string full =
-      testing::SettingsFileText({3, 2, 4800, 1, 1, {{1, {"4321", "2", "A rms", "Clamp"}}}, ""});
-  StartWith(cut, full.substr(0, full.find("Clamp") + 7));
-  EXPECT_EQ(cut.s().probes.ProbeSerial[1].Value(), 4321);
-  EXPECT_EQ(cut.s().probes.ProbeLabel[1], "Clamp");
-  EXPECT_EQ(std::tuple(cut.s().settings.ComPort, cut.s().settings.BaudRate.Value()), std::tuple(1, 1200.0));
-  EXPECT_TRUE(cut.app->port.PortOpen());
-  EXPECT_EQ(cut.ui.modals.front(), DialogId::langfrm);  // no language known
-  EXPECT_TRUE(cut.ui.messages.empty());                 // a short file is not reported
-}
-
-TEST(SettingsFile, PortAndSpeedFromTheFileReachThePortAndAreSavedBack) {
-  const struct {
-    int port, baud, wantPort;
-    const char* wantLine;
-  } cases[] = {{0, 1200, 1, "1200,N,8,2"},  // port 0 after "No Logger" falls back to port 1
-               {2, 4800, 2, "4800,N,8,2"},
-               {1, 9600, 1, "1200,N,8,2"}};  // an odd speed is kept, the port runs at 1200
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.port);
-    StartedApp t(c.port, 1, c.baud, 1);
-    EXPECT_EQ(t.app->port.CommPortNumber, c.wantPort);
+TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndPortAndSpeedReachThePort) {
+  // The settings lines as written, then the port taken, the line it runs and the lines saved.
+  for (auto [lines, port, line, saved] : std::vector<std::tuple<Strings, int, const char*, const char*>>{
+           {{"whatever", "COM3", "x2", "speed4800", "F=1", "0"}, 3, "4800,N,8,2",
+            "comm port =  3|language =  2|baud =  4800|Fahrenheit =  1|US Date Format =  0"},
+           // Port 0 after "No Logger" falls back to port 1; an odd speed is kept but not run.
+           {{"", "comm port =  0", "", "baud =  9600", "", "US Date Format =  1"}, 1, "1200,N,8,2",
+            "comm port =  1|language =  1|baud =  9600|Fahrenheit =  0|US Date Format =  1"}}) {
+    std::string text = testing::SettingsFileText({});
+    for (auto [i, from] : {std::pair{0, "[PORT etc]"}, {1, "comm port =  1"}, {2, "language =  1"},
+                           {3, "baud =  1200"}, {4, "Fahrenheit =  0"}, {5, "US Date Format =  0"}})
+      if (!lines[i].empty()) text.replace(text.find(from), std::string(from).size(), lines[i]);
+    testing::TestApp t;
+    t.WriteTwoLanguageFile();
+    t.WriteFile("logger1.ini", text);
+    t.Start();
+    EXPECT_EQ(std::pair(t.app->port.CommPortNumber, t.app->port.Settings()), std::pair(port, std::string(line)));
     EXPECT_TRUE(t.app->port.PortOpen() && t.ui.messages.empty());
-    EXPECT_EQ(t.app->port.Settings(), c.wantLine);
     ASSERT_TRUE(EndProgram(*t.app));
-    const auto lines = Lines(t.ReadFile("logger1.ini"));
-    EXPECT_EQ(lines[1], "\"comm port =  " + std::to_string(c.wantPort) + "\"");
-    EXPECT_EQ(lines[3], "\"baud =  " + std::to_string(c.baud) + "\"");
-    EXPECT_EQ(lines[5], "\"US Date Format =  1\"");
+    std::string want = "\"[PORT etc]\"\n\"" + std::string(saved) + "\"\n";
+    for (std::size_t at; (at = want.find('|')) != std::string::npos;) want.replace(at, 1, "\"\n\"");
+    EXPECT_EQ(t.ReadFile("logger1.ini").substr(0, want.size()), want);
   }
 }
 
 TEST(SettingsFile, AFailedWriteLeavesTheOldFileAndTellsTheUser) {
-  StartedApp t(2);
+  testing::StartedApp t(2);
   const std::string before = t.ReadFile("logger1.ini");
   t.app->p.places.currentDir = t.dir + "/missing-folder";
   EXPECT_TRUE(EndProgram(*t.app));
