@@ -16,23 +16,20 @@ namespace quillet {
 namespace {
 
 using testing::FaultOf;
-using Strings = std::vector<std::string>;
 
-TEST(TextReader, SplitsOnCommasAndLineEndsAndTellsNumberEmptyTextAndNothingApart) {
-  auto r = TextReader::FromText("  12 , abc ,\"x, y\"\r\n\"q\"  junk ,last\n1.5,\"\",,\"mV, peak\"\n");
+TEST(TextFile, FieldsSplitOnCommasAndLineEndsKeepNumberEmptyTextAndNothingApartBothWays) {
+  auto r = TextReader::FromText("  12 , abc ,\"x, y\"\r\n\"q\"  junk ,last\n1.5,\"\",,\"mV, peak\",\n");
   EXPECT_EQ(r.ReadNumber(), 12);
   for (const char* field : {"abc", "x, y", "q", "last"}) EXPECT_EQ(r.ReadText(), field);
   Cell a = r.ReadCell(), b = r.ReadCell(), c = r.ReadCell(), d = r.ReadCell();
   EXPECT_TRUE(a.IsNumber() && a.Number() == 1.5 && c.IsNothing() && c.EqualsEmptyText());
   EXPECT_EQ(b.kind(), Cell::Kind::EmptyText);
   EXPECT_EQ(d.Text(), "mV, peak");
+  EXPECT_EQ(r.ReadNumber(), 0);  // an empty field
   EXPECT_TRUE(r.AtEnd());
   EXPECT_EQ(FaultOf([&] { r.ReadText(); }), kFaultInputPastEnd);
   EXPECT_EQ(FaultOf([] { TextReader::FromText("abc\n").ReadNumber(); }), kFaultTypeMismatch);
   EXPECT_EQ(FaultOf([] { TextReader::Open("/nonexistent/dir/none.txt"); }), kFaultFileNotFound);
-}
-
-TEST(TextWriter, QuotesTextAndWritesNumbersBare) {
   TextWriter w;
   w.Text("a"), w.Num(0.5), w.Num(Number()), w.Put(Cell::OfEmptyText()), w.Put(Cell()), w.Num(-1200);
   w.EndLine();
@@ -58,7 +55,6 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
   EXPECT_EQ(std::tuple(s.settings.ComPort, s.settings.LanguageIndex.Value(), t.transport.baud,
                        s.settings.UseFahrenheit.Value(), s.probes.ProbeUnit[4], s.UnitByModel[20]),
             std::tuple(3, 2.0, 4800, 1.0, "A, rms", "mV, peak"));
-  EXPECT_TRUE(s.scales.ScaleEntry10v[20].IsNumber());
   ASSERT_TRUE(EndProgram(*t.app));
   std::string expected = f.str();  // unit rows 30 and 31 are the program's own
   expected.replace(expected.find("\"file30\",\"file31\""), 17, "\"V rms\",\"A rms\"");
@@ -66,27 +62,28 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
 }
 
 TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndPortAndSpeedReachThePort) {
+  auto lines = [](std::string s) {  // "a|b" as the lines "a" and "b"
+    for (std::size_t at; (at = s.find('|')) != std::string::npos;) s.replace(at, 1, "\"\n\"");
+    return "\"" + s + "\"\n";
+  };
+  const std::string none = testing::SettingsFileText({}), rest = none.substr(none.find("\"[probe data]\""));
   // The settings lines as written, then the port taken, the line it runs and the lines saved.
-  for (auto [lines, port, line, saved] : std::vector<std::tuple<Strings, int, const char*, const char*>>{
-           {{"whatever", "COM3", "x2", "speed4800", "F=1", "0"}, 3, "4800,N,8,2",
-            "comm port =  3|language =  2|baud =  4800|Fahrenheit =  1|US Date Format =  0"},
+  using Case = std::tuple<const char*, int, const char*, const char*>;
+  for (auto [written, port, line, saved] : std::vector<Case>{
+           {"whatever|COM3|x2|speed4800|F=1|0", 3, "4800,N,8,2",
+            "[PORT etc]|comm port =  3|language =  2|baud =  4800|Fahrenheit =  1|US Date Format =  0"},
            // Port 0 after "No Logger" falls back to port 1; an odd speed is kept but not run.
-           {{"", "comm port =  0", "", "baud =  9600", "", "US Date Format =  1"}, 1, "1200,N,8,2",
-            "comm port =  1|language =  1|baud =  9600|Fahrenheit =  0|US Date Format =  1"}}) {
-    std::string text = testing::SettingsFileText({});
-    for (auto [i, from] : {std::pair{0, "[PORT etc]"}, {1, "comm port =  1"}, {2, "language =  1"},
-                           {3, "baud =  1200"}, {4, "Fahrenheit =  0"}, {5, "US Date Format =  0"}})
-      if (!lines[i].empty()) text.replace(text.find(from), std::string(from).size(), lines[i]);
+           {"|comm port =  0|language =  1|baud =  9600|Fahrenheit =  0|US Date Format =  1", 1, "1200,N,8,2",
+            "[PORT etc]|comm port =  1|language =  1|baud =  9600|Fahrenheit =  0|US Date Format =  1"}}) {
     testing::TestApp t;
     t.WriteTwoLanguageFile();
-    t.WriteFile("logger1.ini", text);
+    t.WriteFile("logger1.ini", lines(written) + rest);
     t.Start();
-    EXPECT_EQ(std::pair(t.app->port.CommPortNumber, t.app->port.Settings()), std::pair(port, std::string(line)));
+    EXPECT_EQ(t.app->port.CommPortNumber, port);
+    EXPECT_EQ(t.app->port.Settings(), line);
     EXPECT_TRUE(t.app->port.PortOpen() && t.ui.messages.empty());
     ASSERT_TRUE(EndProgram(*t.app));
-    std::string want = "\"[PORT etc]\"\n\"" + std::string(saved) + "\"\n";
-    for (std::size_t at; (at = want.find('|')) != std::string::npos;) want.replace(at, 1, "\"\n\"");
-    EXPECT_EQ(t.ReadFile("logger1.ini").substr(0, want.size()), want);
+    EXPECT_EQ(t.ReadFile("logger1.ini").substr(0, lines(saved).size()), lines(saved));
   }
 }
 

@@ -1,10 +1,8 @@
-// Probes of model 16 loggers: probes.dat, the memory per logger serial, the three probe
-// dialogs and what they leave behind.
+// Probes of model 16 loggers: probes.dat, the memory per logger serial and the probe dialogs.
 #include "measure/probe_table.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdio>
 #include <map>
 
@@ -15,30 +13,28 @@ namespace quillet {
 namespace {
 
 using testing::ProbeEntry;
-using Rows = std::map<std::pair<int, int>, std::array<const char*, 3>>;  // (group, row): label, unit, factor
 
-// probes.dat: three groups of three sections of ten rows, "Future","",1 unless given.
-// CT-20, CT-50 and CT-300 in group 1, HD-2 in group 2, group 3 unused.
-std::string ProbesDat(Rows rows = {}, const char* third = "Future") {
-  rows.insert({{{1, 1}, {"CT-20", "A rms", "10"}}, {{1, 2}, {"CT-50", "A rms", "4"}},
-               {{1, 11}, {"CT-300", "A rms", "0.5"}}, {{2, 1}, {"HD-2", "A dc", "100"}}});
+// probes.dat: groups "AC Probes", "DC Probes" and "Spare" of three sections of ten rows,
+// all "Future","",1 but for HD-2 in group 2 and SP-1 and SP-0 in group 3.
+std::string ProbesDat() {
+  const std::map<std::pair<int, int>, const char*> rows = {
+      {{2, 1}, "\"HD-2\",\"A dc\",100"}, {{3, 1}, "\"SP-1\",\"A\",20"}, {{3, 2}, "\"SP-0\",\"A\",0"}};
   std::ostringstream f;
   for (int g = 1; g <= 3; ++g) {
-    f << '"' << (g == 1 ? "AC Probes" : g == 2 ? "DC Probes" : third) << "\"\n";
+    f << (g == 1 ? "\"AC Probes\"\n" : g == 2 ? "\"DC Probes\"\n" : "\"Spare\"\n");
     for (int n = 1; n <= 30; ++n) {
-      if (n % 10 == 1) f << "\"Section " << g << "." << n / 10 + 1 << "\"\n";
-      const auto r = rows.count({g, n}) ? rows[{g, n}] : std::array<const char*, 3>{"Future", "", "1"};
-      f << '"' << r[0] << "\",\"" << r[1] << "\"," << r[2] << "\n";
+      if (n % 10 == 1) f << "\"Section " << n / 10 + 1 << "\"\n";
+      f << (rows.count({g, n}) ? rows.at({g, n}) : "\"Future\",\"\",1") << "\n";
     }
   }
   return f.str();
 }
 
 struct ProbeApp : testing::TestApp {
-  explicit ProbeApp(const std::string& probes = ProbesDat(), const std::map<int, ProbeEntry>& memory = {}) {
+  explicit ProbeApp(const std::map<int, ProbeEntry>& memory = {}) {
     WriteTwoLanguageFile();
     WriteFile("logger1.ini", testing::SettingsFileText({1, 1, 1200, 0, 0, memory, ""}));
-    WriteFile("probes.dat", probes, true);
+    WriteFile("probes.dat", ProbesDat(), true);
     Start();
   }
   // What the header of a model 16 logger of this serial sets off.
@@ -46,49 +42,38 @@ struct ProbeApp : testing::TestApp {
     s().logger.LoggerSerial = serial, s().link.LoggerSeen = 1;
     Do(LoadProbeTable);
   }
-  void Choose(int group, int option) {
-    ui.onModal = [this, group, option](DialogId) {
-      ProbeDialogChoose(*app, group, option), ProbeDialogOk(*app, group);
-    };
-    Do(group == 1 ? Func01 : group == 2 ? Func02 : Func03);
+  void Choose(int g, int option) {
+    ui.onModal = [this, g, option](DialogId) { ProbeDialogChoose(*app, g, option), ProbeDialogOk(*app, g); };
+    Do(g == 1 ? Func01 : g == 2 ? Func02 : Func03);
   }
   // A downloaded record of a model 16 logger: one sample, raw 100, as converted with factor 10.
   void PutRecordOnScreen() {
     s().logger.ModelCode = 16, s().logger.RecordReplyFormat = 1;
     SampleRecord& r = s().record;
     r.BlockData = std::string(1, static_cast<char>(100)) + "  ";
-    r.RecordMemorySize = 2048;
     r.RecordStoredSamples = r.FullSampleCount = r.RecordSampleCount = r.RecordScaleByte = 1;
     r.RecordRangeFactor = 10, r.RecordUnitText = "A rms", r.FullValues[1] = 5;
     s().link.DownloadPercent = 100;
   }
-  std::tuple<double, std::string, std::string> Probe() {
-    return {s().logger.RangeFactor.Value(), s().logger.LiveUnitText, w().Label34.caption};
-  }
   std::tuple<std::string, double, double> Record() {
-    return {s().record.RecordUnitText, s().record.RecordRangeFactor.Value(), s().record.FullValues[1].Value()};
+    const SampleRecord& r = s().record;
+    return {r.RecordUnitText, r.RecordRangeFactor.Value(), r.FullValues[1].Value()};
   }
 };
 
-TEST(ProbeTable, ALoggerSeenBeforeKeepsItsPlaceAndANewOneDropsTheOldestAndTakesTheLastChoice) {
+TEST(ProbeTable, ANewLoggerTakesTheLastChoiceAndPushesTheOldestOutOfTheMemorySavedAtExit) {
   std::map<int, ProbeEntry> memory;
-  for (int i = 1; i <= 10; ++i) memory[i] = {std::to_string(100 + i), "5", "u", "p" + std::to_string(i)};
-  memory[3] = {"300", "0", "", "CT-0"};  // a zero factor counts as one; no unit: no probe
-  memory[11] = {"103", "3", "A dc", "last"};
-  ProbeApp seen(ProbesDat(), memory);
-  seen.Connect(300);
-  EXPECT_EQ(seen.Probe(), std::tuple(1.0, "", "CT-0"));
-  EXPECT_EQ(std::tuple(seen.s().measure.ProbeSlot.Value(), seen.s().measure.ProbeUnset,
-                       seen.s().probes.ProbeLabel[11]),
-            std::tuple(3, 1, "CT-0"));
-  ProbeApp t(ProbesDat(), memory);
+  for (int i = 1; i <= 11; ++i) memory[i] = {std::to_string(100 + i), "5", "u", "p" + std::to_string(i)};
+  memory[11].factor = "0";  // a zero factor counts as one
+  ProbeApp t(memory);
   t.Connect(999);
-  EXPECT_EQ(t.Probe(), std::tuple(3.0, "A dc", "last"));
-  EXPECT_EQ(t.s().measure.ProbeSlot.Value(), 10);
+  t.Connect(999);  // seen before: it keeps its place
+  EXPECT_EQ(std::tuple(t.s().logger.RangeFactor.Value(), t.w().Label34.caption, t.s().measure.ProbeSlot),
+            std::tuple(1, "p11", 10));
   ASSERT_TRUE(EndProgram(*t.app));
   const std::string ini = t.ReadFile("logger1.ini");
-  EXPECT_NE(ini.find("\"[probe data]\"\n102,5,\"u\",\"p2\"\n300,0,\"\",\"CT-0\"\n104,"), std::string::npos) << ini;
-  EXPECT_NE(ini.find("110,5,\"u\",\"p10\"\n999,3,\"A dc\",\"last\"\n999,3,\"A dc\",\"last\"\n"), std::string::npos);
+  EXPECT_NE(ini.find("\"[probe data]\"\n102,5,\"u\",\"p2\"\n"), std::string::npos) << ini;
+  EXPECT_NE(ini.find("110,5,\"u\",\"p10\"\n999,1,\"u\",\"p11\"\n999,1,\"u\",\"p11\"\n"), std::string::npos);
 }
 
 TEST(ProbeTable, AMissingFileEndsTheProgramWithoutSavingTheSettings) {
@@ -109,7 +94,7 @@ TEST(ProbeTable, AMissingFileEndsTheProgramWithoutSavingTheSettings) {
 
 TEST(ProbeDialogs, TheRescaleQuestionComesOnlyForTheLoggersOwnDownloadAndFunc3ActsOnTheAnswerGivenBefore) {
   const std::tuple<std::string, double, double> kept{"A rms", 10, 5}, rescaled{"A dc", 100, 0.5};
-  ProbeApp t(ProbesDat({{{3, 1}, {"SP-1", "A", "20"}}, {{3, 2}, {"SP-0", "A", "0"}}}, "Spare"));
+  ProbeApp t;
   t.Connect(77);
   t.PutRecordOnScreen();
   t.s().record.RecordFromFile = 1;
@@ -147,6 +132,11 @@ TEST(ProbeDialogs, TheRescaleQuestionComesOnlyForTheLoggersOwnDownloadAndFunc3Ac
   EXPECT_EQ(t.Record(), std::tuple("A", 20.0, 2.5));  // 100 / (20 * 2 * 1)
   t.Choose(3, 2);
   EXPECT_EQ(t.s().logger.RangeFactor.Value(), 1);  // a zero factor counts as one
+  // The record is not saved: the program asks before it ends, and stays on Cancel.
+  t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Cancel; };
+  EXPECT_FALSE(EndProgram(*t.app));
+  const MessageRequest& end = t.ui.messages.back();
+  EXPECT_EQ(std::tuple(end.text, end.title, end.defaultButton), std::tuple("en143", "en74", 2));
 }
 
 }  // namespace
