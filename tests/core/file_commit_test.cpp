@@ -1,5 +1,4 @@
-// Files put in place whole, through symbolic links and with the old mode, by a writer
-// killed at every step and at random times: always the old file or the whole new one.
+// Files put in place whole: a writer killed at any moment leaves the old file or the whole new one.
 #include "core/file_commit.h"
 
 #include <gtest/gtest.h>

@@ -17,19 +17,11 @@ TEST(DaySerial, CountsDaysFromTheLastDaysOf1899AndRollsOverflowingPartsIntoTheNe
   for (auto [y, m, d, expected] : std::vector<std::tuple<int, int, int, long long>>{
            {1899, 12, 29, -1}, {1900, 3, 1, 61}, {100, 1, 1, -657434}, {9999, 12, 31, 2958465}})
     EXPECT_EQ(DaySerial(y, m, d), expected) << y << "-" << m << "-" << d;  // 1900 has no 29 February
+  EXPECT_DOUBLE_EQ(MakeDateTime({2026, 11, 21, 6, 0, 0}), 46347.25);
   EXPECT_EQ(DaySerial(2025, 13, 1), DaySerial(2026, 1, 1));
   EXPECT_EQ(DaySerial(2026, 0, 1), DaySerial(2025, 12, 1));
   for (auto [y, m, days] : {std::tuple{2024, 2, 29}, {2023, 2, 28}, {2000, 2, 29}, {1900, 2, 28}})
     EXPECT_EQ(DaysInMonth(y, m), days) << y << "-" << m;
-}
-
-TEST(DateTime, SplitGivesBackThePartsRoundedToTheSecondWithinTheYears100To9999) {
-  EXPECT_DOUBLE_EQ(MakeDateTime({2026, 11, 21, 6, 0, 0}), 46347.25);
-  for (int s = 0; s < 86400; s += 7) {
-    const DateParts out = SplitDateTime(MakeDateTime({2026, 11, 21, s / 3600, s / 60 % 60, s % 60}));
-    ASSERT_EQ(out.day * 86400 + out.hour * 3600 + out.minute * 60 + out.second, 21 * 86400 + s);
-  }
-  for (double t : {-657435.0, 2958466.0, 1e300}) EXPECT_EQ(FaultOf([t] { SplitDateTime(t); }), 6) << t;
 }
 
 TEST(FormatNumber, FollowsThePatternsPlacesSectionsAndLiteralsRoundingHalfAwayFromZero) {
@@ -63,6 +55,12 @@ TEST(FormatDateTime, MonthFirstPatternsUseATwelveHourClockAndDayFirstOnesTwentyF
            {pm, "yyyy-mm-dd hh:nn", "2026-11-21 13:05"}, {pm, "hhmm", "1305"}, {am, "h a/p", "9 a"},
            {pm, "MM/DD/YY HH:MM", "11/21/26 13:05"}, {pm, "y", "325"}, {pm, "at h", "at 13"}})
     EXPECT_EQ(FormatDateTime(value, pattern), expected) << value << " \"" << pattern << "\"";
+  // The parts come back rounded to the second, within the years 100 to 9999.
+  for (int s = 0; s < 86400; s += 7) {
+    const DateParts out = SplitDateTime(MakeDateTime({2026, 11, 21, s / 3600, s / 60 % 60, s % 60}));
+    ASSERT_EQ(out.day * 86400 + out.hour * 3600 + out.minute * 60 + out.second, 21 * 86400 + s);
+  }
+  for (double t : {-657435.0, 2958466.0, 1e300}) EXPECT_EQ(FaultOf([t] { SplitDateTime(t); }), 6) << t;
 }
 
 TEST(LeadingNumber, ReadsTheLongestLeadingDecimalNumber) {

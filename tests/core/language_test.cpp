@@ -1,5 +1,4 @@
-// The language file and table, its dialog and the captions it writes; the start and end
-// of the program.
+// The language file and table, the language dialog and the captions the program writes.
 #include "log1/language.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
-// Comma-separated files, and logger1.ini: read back by position, only the tail of each
-// settings line counts.
+// Comma-separated files, and logger1.ini read back by position.
 #include "core/settings_file.h"
 
 #include <gtest/gtest.h>

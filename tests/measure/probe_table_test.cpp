@@ -104,7 +104,6 @@ TEST(ProbeDialogs, TheRescaleQuestionComesOnlyForTheLoggersOwnDownloadAndFunc3Ac
   t.s().record.RecordFromFile = 0, t.s().panel.OtherLoggerNotice = 1;  // the graph of another logger
   t.Choose(2, 1);
   EXPECT_EQ(std::pair(t.Record(), t.s().measure.RescaleApproved), std::pair(kept, std::int16_t{0}));
-  EXPECT_TRUE(t.ui.messages.empty());
   t.s().panel.OtherLoggerNotice = 0;
   for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
     t.ui.answer = [answer](const MessageRequest&) { return answer; };
@@ -137,6 +136,8 @@ TEST(ProbeDialogs, TheRescaleQuestionComesOnlyForTheLoggersOwnDownloadAndFunc3Ac
   EXPECT_FALSE(EndProgram(*t.app));
   const MessageRequest& end = t.ui.messages.back();
   EXPECT_EQ(std::tuple(end.text, end.title, end.defaultButton), std::tuple("en143", "en74", 2));
+  t.s().record.RecordSaved = 1;
+  EXPECT_TRUE(EndProgram(*t.app));  // a saved record: no question
 }
 
 }  // namespace

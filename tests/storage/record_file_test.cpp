@@ -1,5 +1,4 @@
-// The record file: what the reader makes of each revision and of damaged files, and the
-// Open and Save commands around it.
+// The record file as each revision and a damaged file read back, and the Open and Save commands.
 #include "storage/record_file.h"
 
 #include <gtest/gtest.h>
