@@ -77,7 +77,7 @@ TEST(ProbeTable, ANewLoggerTakesTheLastChoiceAndPushesTheOldestOutOfTheMemorySav
 }
 
 TEST(ProbeTable, AMissingFileEndsTheProgramWithoutSavingTheSettings) {
-  testing::EmulatedLoggerApp t(sim::LoggerConfig{.modelCode = 16});
+  testing::EmulatedLoggerApp t(sim::LoggerConfig{.modelCode = 16, .signal = {}, .faults = {}});
   const std::string ini = t.ReadFile("logger1.ini");
   std::remove((t.dir + "/prog/probes.dat").c_str());
   t.Connect();  // the header of a model 16 logger loads the probe table

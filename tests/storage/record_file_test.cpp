@@ -101,10 +101,10 @@ TEST(RecordFile, EachRevisionSampleFormAndUnitReadsBack) {
 }
 
 TEST(RecordFile, ADamagedFileKeepsWhatWasReadWithoutStatisticsAndOffersTheDialogAgain) {
-  for (const std::string& last : {"", "46348 3\r\n"}) {
+  for (const char* last : {"", "46348 3\r\n"}) {
     SCOPED_TRACE(last);  // the file ends early; a line without a tab
     Storage t;
-    t.WriteFile("bad.txt", Rev02("Volt", 3, "46347.5\t1\r\n46347.75\t2\r\n" + last));
+    t.WriteFile("bad.txt", Rev02("Volt", 3, std::string("46347.5\t1\r\n46347.75\t2\r\n") + last));
     t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Cancel; };
     t.Open({});  // Cancel at the question about the unsaved record: no dialog
     EXPECT_EQ(std::tuple(t.ui.messages[0].text, t.ui.messages[0].buttons, t.ui.messages[0].icon),
