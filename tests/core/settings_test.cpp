@@ -1,9 +1,12 @@
-// logger1.ini: read back by position, only the tail of each settings line counts.
+// Comma-separated files, and logger1.ini read back by position.
+#include "core/settings_file.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "core/settings_file.h"
+#include "core/fault.h"
+#include "core/text_file.h"
 #include "log1/startup.h"
 #include "support/fake_platform.h"
 #include "support/settings_text.h"
@@ -11,32 +14,26 @@
 namespace quillet {
 namespace {
 
-using testing::StartedApp;
-using testing::TestApp;
+using testing::FaultOf;
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> out;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) out.push_back(line);
-  return out;
-}
-
-TEST(SettingsFile, FirstRunWithNoFileSavesAFullFileOfEightyOneLines) {
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  t.Start();
-  EXPECT_EQ(t.s().settings.ComPort, 1);  // the fall-back port
-  ASSERT_TRUE(EndProgram(*t.app));
-  const auto lines = Lines(t.ReadFile("logger1.ini"));
-  ASSERT_EQ(lines.size(), 81u);
-  EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + 8),
-            (std::vector<std::string>{"\"[PORT etc]\"", "\"comm port =  1\"", "\"language =  1\"",
-                                      "\"baud =  1200\"", "\"Fahrenheit =  0\"", "\"US Date Format =  0\"",
-                                      "\"[probe data]\"", ",,\"\",\"\""}));
-  EXPECT_EQ(lines[18], ",,,,,,,");  // scale row 0, table line, all cells empty
-  // Unit rows 30 and 31 are the program's own, installed at every start.
-  EXPECT_EQ(lines[80], "\"\",\"\",\"\",\"\",\"\",\"V rms\",\"A rms\",\"\"");
-  EXPECT_FALSE(t.FileExists("logger1.ini.tmp~"));
+TEST(TextFile, FieldsSplitOnCommasAndLineEndsKeepNumberEmptyTextAndNothingApartBothWays) {
+  auto r = TextReader::FromText("  12 , abc ,\"x, y\"\r\n\"q\"  junk ,last\n1.5,\"\",,\"mV, peak\",\n");
+  EXPECT_EQ(r.ReadNumber(), 12);
+  for (const char* field : {"abc", "x, y", "q", "last"}) EXPECT_EQ(r.ReadText(), field);
+  Cell a = r.ReadCell(), b = r.ReadCell(), c = r.ReadCell(), d = r.ReadCell();
+  EXPECT_TRUE(a.IsNumber() && a.Number() == 1.5 && c.IsNothing() && c.EqualsEmptyText());
+  EXPECT_EQ(b.kind(), Cell::Kind::EmptyText);
+  EXPECT_EQ(d.Text(), "mV, peak");
+  EXPECT_EQ(r.ReadNumber(), 0);  // an empty field
+  EXPECT_TRUE(r.AtEnd());
+  EXPECT_EQ(FaultOf([&] { r.ReadText(); }), kFaultInputPastEnd);
+  EXPECT_EQ(FaultOf([] { TextReader::FromText("abc\n").ReadNumber(); }), kFaultTypeMismatch);
+  EXPECT_EQ(FaultOf([] { TextReader::Open("/nonexistent/dir/none.txt"); }), kFaultFileNotFound);
+  TextWriter w;
+  w.Text("a"), w.Num(0.5), w.Num(Number()), w.Put(Cell::OfEmptyText()), w.Put(Cell()), w.Num(-1200);
+  w.EndLine();
+  EXPECT_EQ(w.content(), "\"a\",0.5,,\"\",,-1200\n");
+  EXPECT_EQ(StrOfNumber(4800) + StrOfNumber(-3), " 4800-3");  // a blank in place of the plus sign
 }
 
 TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
@@ -49,83 +46,48 @@ TEST(SettingsFile, AFullFilePassesThroughAReadAndWriteUnchanged) {
     f << ",2.5,\"\",3," << i * 0.125 << ",,\"\"," << i << "\n";           // slope line
   }
   f << "\"mV, peak\",\"u21\",\"u22\",\"u23\",\"mA\",\"file30\",\"file31\",\"psi\"\n";
-  TestApp t;
+  testing::TestApp t;
   t.WriteTwoLanguageFile();
   t.WriteFile("logger1.ini", f.str());
   t.Start();
   const State& s = t.s();
-  EXPECT_EQ(s.settings.ComPort, 3);
-  EXPECT_EQ(s.settings.LanguageIndex.Value(), 2);
-  EXPECT_EQ(t.transport.baud, 4800);
-  EXPECT_EQ(s.settings.UseFahrenheit.Value(), 1);
-  EXPECT_EQ(s.probes.ProbeUnit[4], "A, rms");
-  EXPECT_EQ(s.UnitByModel[20], "mV, peak");
-  EXPECT_EQ(s.UnitByModel[30], "V rms");  // rows 30 and 31 installed over what the file said
-  EXPECT_TRUE(s.scales.ScaleEntry10v[20].IsNumber());
+  EXPECT_EQ(std::tuple(s.settings.ComPort, s.settings.LanguageIndex.Value(), t.transport.baud,
+                       s.settings.UseFahrenheit.Value(), s.probes.ProbeUnit[4], s.UnitByModel[20]),
+            std::tuple(3, 2.0, 4800, 1.0, "A, rms", "mV, peak"));
   ASSERT_TRUE(EndProgram(*t.app));
-  std::string expected = f.str();
+  std::string expected = f.str();  // unit rows 30 and 31 are the program's own
   expected.replace(expected.find("\"file30\",\"file31\""), 17, "\"V rms\",\"A rms\"");
   EXPECT_EQ(t.ReadFile("logger1.ini"), expected);
 }
 
-TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndOnlyInAFileReadWhole) {
-  std::string text = testing::SettingsFileText({});
-  for (auto [from, to] : {std::pair{"[PORT etc]", "whatever"},
-                          {"comm port =  1", "COM3"},
-                          {"language =  1", "x2"},
-                          {"baud =  1200", "speed4800"},
-                          {"Fahrenheit =  0", "F=1"},
-                          {"US Date Format =  0", "0"}})
-    text.replace(text.find(from), std::string(from).size(), to);
-  TestApp t;
-  t.WriteTwoLanguageFile();
-  t.WriteFile("logger1.ini", text);
-  t.Start();
-  EXPECT_EQ(t.s().settings.ComPort, 3);
-  EXPECT_EQ(t.s().settings.LanguageIndex.Value(), 2);
-  EXPECT_EQ(t.s().settings.BaudRate.Value(), 4800);
-  EXPECT_EQ(t.s().settings.UseFahrenheit.Value(), 1);
-
-  TestApp cut;  // one probe entry, then the file ends
-  cut.WriteTwoLanguageFile();
-  const std::string full =
-      testing::SettingsFileText({3, 2, 4800, 1, 1, {{1, {"4321", "2", "A rms", "Clamp"}}}, ""});
-  cut.WriteFile("logger1.ini", full.substr(0, full.find("Clamp") + 7));
-  cut.Start();
-  EXPECT_EQ(cut.s().probes.ProbeSerial[1].Value(), 4321);
-  EXPECT_EQ(cut.s().probes.ProbeLabel[1], "Clamp");
-  EXPECT_EQ(cut.s().settings.ComPort, 1);
-  EXPECT_EQ(cut.s().settings.BaudRate.Value(), 1200);
-  EXPECT_TRUE(cut.app->port.PortOpen());
-  EXPECT_EQ(cut.ui.modals.front(), DialogId::langfrm);  // no language known
-  EXPECT_TRUE(cut.ui.messages.empty());                 // a short file is not reported
-}
-
-TEST(SettingsFile, PortAndSpeedFromTheFileReachThePortAndAreSavedBack) {
-  const struct {
-    int port, baud;
-    int wantPort;
-    const char* wantLine;
-  } cases[] = {{0, 1200, 1, "1200,N,8,2"},  // port 0 after "No Logger" falls back to port 1
-               {2, 4800, 2, "4800,N,8,2"},
-               {1, 9600, 1, "1200,N,8,2"}};  // an odd speed is kept, the port runs at 1200
-  for (const auto& c : cases) {
-    StartedApp t(c.port, 1, c.baud, 1);
-    EXPECT_EQ(t.app->port.CommPortNumber, c.wantPort) << c.port;
-    EXPECT_TRUE(t.app->port.PortOpen());
-    EXPECT_EQ(t.app->port.Settings(), c.wantLine);
-    EXPECT_EQ(t.s().settings.BaudRate.Value(), c.baud);
-    EXPECT_TRUE(t.ui.messages.empty());
+TEST(SettingsFile, OnlyTheTailOfEachSettingsLineCountsAndPortAndSpeedReachThePort) {
+  auto lines = [](std::string s) {  // "a|b" as the lines "a" and "b"
+    for (std::size_t at; (at = s.find('|')) != std::string::npos;) s.replace(at, 1, "\"\n\"");
+    return "\"" + s + "\"\n";
+  };
+  const std::string none = testing::SettingsFileText({}), rest = none.substr(none.find("\"[probe data]\""));
+  // The settings lines as written, then the port taken, the line it runs and the lines saved.
+  using Case = std::tuple<const char*, int, const char*, const char*>;
+  for (auto [written, port, line, saved] : std::vector<Case>{
+           {"whatever|COM3|x2|speed4800|F=1|0", 3, "4800,N,8,2",
+            "[PORT etc]|comm port =  3|language =  2|baud =  4800|Fahrenheit =  1|US Date Format =  0"},
+           // Port 0 after "No Logger" falls back to port 1; an odd speed is kept but not run.
+           {"|comm port =  0|language =  1|baud =  9600|Fahrenheit =  0|US Date Format =  1", 1, "1200,N,8,2",
+            "[PORT etc]|comm port =  1|language =  1|baud =  9600|Fahrenheit =  0|US Date Format =  1"}}) {
+    testing::TestApp t;
+    t.WriteTwoLanguageFile();
+    t.WriteFile("logger1.ini", lines(written) + rest);
+    t.Start();
+    EXPECT_EQ(t.app->port.CommPortNumber, port);
+    EXPECT_EQ(t.app->port.Settings(), line);
+    EXPECT_TRUE(t.app->port.PortOpen() && t.ui.messages.empty());
     ASSERT_TRUE(EndProgram(*t.app));
-    const auto lines = Lines(t.ReadFile("logger1.ini"));
-    EXPECT_EQ(lines[1], "\"comm port =  " + std::to_string(c.wantPort) + "\"");
-    EXPECT_EQ(lines[3], "\"baud =  " + std::to_string(c.baud) + "\"");
-    EXPECT_EQ(lines[5], "\"US Date Format =  1\"");
+    EXPECT_EQ(t.ReadFile("logger1.ini").substr(0, lines(saved).size()), lines(saved));
   }
 }
 
 TEST(SettingsFile, AFailedWriteLeavesTheOldFileAndTellsTheUser) {
-  StartedApp t(2);
+  testing::StartedApp t(2);
   const std::string before = t.ReadFile("logger1.ini");
   t.app->p.places.currentDir = t.dir + "/missing-folder";
   EXPECT_TRUE(EndProgram(*t.app));
