@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,6 +14,8 @@
 #include <random>
 #include <sstream>
 #include <thread>
+
+#include "core/fault.h"
 
 namespace quillet {
 namespace {
@@ -88,6 +92,38 @@ TEST_F(FileCommit, AWriterKilledAtRandomTimesLeavesOneWholeFile) {
     ::waitpid(pid, nullptr, 0);
     const std::string now = Slurp(path);
     ASSERT_TRUE(now == a || now == b) << "a mix after kill " << i << " (" << now.size() << " bytes)";
+  }
+}
+
+// A full disk (a file size limit stands in for it) and a read-only folder (for a writer
+// that has given up root): one fault, the old file as it was, no temporary left beside it.
+TEST_F(FileCommit, AWriteThatCannotFinishFaultsAndLeavesTheOldFileAlone) {
+  for (const bool full : {true, false}) {
+    SCOPED_TRACE(full ? "full disk" : "read-only folder");
+    const std::string path = P("r.txt");
+    std::ofstream(path, std::ios::binary) << "old";
+    if (!full) ::chmod(dir.c_str(), 0555);
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+      ::signal(SIGXFSZ, SIG_IGN);
+      const rlimit lim{100000, 100000};
+      if (full) ::setrlimit(RLIMIT_FSIZE, &lim);
+      if (!full && ::geteuid() == 0 && ::setuid(65534) != 0) ::_exit(100);
+      try {
+        CommitBytesTo(path, std::string(1 << 20, 'n'));
+      } catch (const Fault& f) {
+        ::_exit(f.number());
+      }
+      ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    ::chmod(dir.c_str(), 0755);
+    ASSERT_TRUE(WIFEXITED(status));
+    const int fault = WEXITSTATUS(status);
+    EXPECT_TRUE(fault == kFaultPathAccess || (full && fault == kFaultDiskFull)) << fault;
+    EXPECT_EQ(Slurp(path), "old");
+    for (const auto& e : fs::directory_iterator(dir)) EXPECT_EQ(e.path().string().find(".tmp~"), std::string::npos);
   }
 }
 

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "core/language_table.h"
+#include "link/link_supervision.h"
 #include "log1/startup.h"
 #include "support/fake_platform.h"
 
@@ -75,6 +76,27 @@ TEST(Language, ALanguageIndexOfNineFaultsAtItsFirstLookupAndEndsTheStart) {
   });
   EXPECT_EQ(nine.ui.fatal.size() == 1 ? nine.ui.fatal[0].first : 0, kFaultSubscript);
   EXPECT_TRUE(nine.ui.ended);
+}
+
+// Before a language is chosen, the port message and the dialogs start-up opens are readable.
+TEST(Language, AFirstStartOnAnUnavailablePortSaysSoInEnglishBeforeALanguageIsChosen) {
+  TestApp t;
+  t.WriteTwoLanguageFile();
+  t.transport.openFaults[1] = 68;
+  t.ui.onModal = [&t](DialogId d) {
+    if (d == DialogId::langfrm) {
+      EXPECT_EQ(t.app->v.langfrm.caption, "Language");
+      LangfrmChoose(*t.app, 1);
+      LangfrmOk(*t.app);
+    } else if (d == DialogId::frmPort) {
+      EXPECT_EQ(t.app->v.frmPort.Option5.caption, "No Logger");
+      FrmPortCancel(*t.app);
+    }
+  };
+  t.Start();
+  ASSERT_FALSE(t.ui.messages.empty());
+  EXPECT_EQ(t.ui.messages[0].title, "Sorry");
+  EXPECT_EQ(t.ui.messages[0].text.rfind("The communications port could not be opened.", 0), 0u);
 }
 
 TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {
