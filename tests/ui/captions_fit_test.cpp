@@ -17,7 +17,8 @@ namespace {
 
 bool IsControl(const QWidget* w) {
   return (qobject_cast<const QLabel*>(w) || qobject_cast<const QAbstractButton*>(w) ||
-          qobject_cast<const QLineEdit*>(w)) && !w->objectName().startsWith("qt_");  // not Qt's own parts
+          qobject_cast<const QLineEdit*>(w)) &&
+         !w->objectName().startsWith("qt_");  // not Qt's own parts
 }
 
 // Reports the cut captions and overlapping controls of one window.
@@ -33,17 +34,18 @@ void ExpectLaidOut(QWidget* top, const std::string& name) {
     if (text.isEmpty()) continue;  // an arrow or a picture: nothing to cut
     const bool wraps = label && label->wordWrap();
     // A field needs room for what it holds; the others for their size hint.
-    const QSize need = edit ? QSize(w->fontMetrics().horizontalAdvance(text) + 8, w->sizeHint().height())
-                            : w->sizeHint();
+    const QSize need =
+        edit ? QSize(w->fontMetrics().horizontalAdvance(text) + 8, w->sizeHint().height()) : w->sizeHint();
     const int needHeight = wraps ? w->heightForWidth(w->width()) : need.height();
     EXPECT_FALSE((!wraps && w->width() < need.width()) || w->height() < needHeight)
-        << name << ": " << w->objectName().toStdString() << " (\"" << text.toStdString() << "\") is " << w->width() << "x"
-        << w->height() << ", needs " << need.width() << "x" << needHeight;
+        << name << ": " << w->objectName().toStdString() << " (\"" << text.toStdString() << "\") is "
+        << w->width() << "x" << w->height() << ", needs " << need.width() << "x" << needHeight;
   }
   for (QWidget* a : shown) {
     for (QWidget* b : shown) {
       if (a >= b || a->isAncestorOf(b) || b->isAncestorOf(a)) continue;
-      EXPECT_FALSE(QRect(a->mapTo(top, QPoint()), a->size()).intersects(QRect(b->mapTo(top, QPoint()), b->size())))
+      EXPECT_FALSE(
+          QRect(a->mapTo(top, QPoint()), a->size()).intersects(QRect(b->mapTo(top, QPoint()), b->size())))
           << name << ": " << a->objectName().toStdString() << " overlaps " << b->objectName().toStdString();
     }
   }
@@ -61,8 +63,8 @@ TEST(CaptionsFit, EveryWindowAndDialogInEveryLanguage) {
       ApplyLanguage(app);
       // The panel's lines as a logger and a record fill them.
       Log1View& w = app.v.log1;
-      for (Control* c : {&w.Label5, &w.Label11, &w.Label2, &w.Label3, &w.Label4, &w.Label6, &w.Label15, &w.Label16,
-                         &w.Frame2}) {
+      for (Control* c : {&w.Label5, &w.Label11, &w.Label2, &w.Label3, &w.Label4, &w.Label6, &w.Label15,
+                         &w.Label16, &w.Frame2}) {
         c->visible = true;
       }
       w.Label6.caption = LanguageText(app, 63);

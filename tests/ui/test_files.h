@@ -35,13 +35,15 @@ inline QByteArray LoggerHeader(int model, int ticks, int samples, int memoryCode
 
 // A record file of logger 77: the values one a minute from 10:00 on 21 Nov 2026, under the
 // seven description lines given.
-inline QString WriteRecord(const QString& path, const std::vector<double>& values, const QByteArray& unit = "V",
+inline QString WriteRecord(const QString& path, const std::vector<double>& values,
+                           const QByteArray& unit = "V",
                            const QByteArrayList& description = QByteArrayList(7)) {
   QByteArray text = "\"loggerfile\"\r\n\"rev02\"\r\n" + QByteArray::number(int(values.size())) + "\r\n";
   for (const QByteArray& line : description) text += "\"" + line + "\"\r\n";
   text += "1\r\n77\r\n\"" + unit + "\"\r\n";
   for (std::size_t i = 0; i < values.size(); ++i)
-    text += QByteArray::number(46347.0 + 10.0 / 24 + i / 1440.0, 'f', 8) + "\t" + QByteArray::number(values[i]) + "\r\n";
+    text += QByteArray::number(46347.0 + 10.0 / 24 + i / 1440.0, 'f', 8) + "\t" +
+            QByteArray::number(values[i]) + "\r\n";
   WriteFile(path, text);
   return path;
 }
@@ -71,7 +73,8 @@ struct Sim {
 
 // How a command refuses: a line on standard error (after the progress lines, if any), a
 // non-zero exit, and no file.
-inline void ExpectRefusal(const CliRun& r, const QString& file, const QString& words = "", bool progress = false) {
+inline void ExpectRefusal(const CliRun& r, const QString& file, const QString& words = "",
+                          bool progress = false) {
   EXPECT_NE(r.exitCode, 0) << r.err.toStdString();
   EXPECT_TRUE(progress || r.err.count('\n') == 1) << r.err.toStdString();
   EXPECT_TRUE(r.err.section('\n', -2).contains(words)) << r.err.toStdString();
