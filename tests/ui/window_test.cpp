@@ -1,5 +1,7 @@
 // The window program under the offscreen platform: captions in the chosen language, the
 // dialogs as the user meets them, and its link to the emulator over a pseudo-terminal.
+#include <gtest/gtest.h>
+
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -11,7 +13,7 @@
 #include "measure/probe_table.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
-#include "ui/test_files.h"
+#include "ui/window_program.h"
 
 namespace quillet::testing {
 namespace {
