@@ -245,25 +245,7 @@ TEST_F(Cli, PrintedGraphPageReadsBackWithItsStatisticsAndAnnotationAndLooksAsItD
       << "the page changed; if that is meant, run scripts/update-print-reference.sh";
 }
 
-TEST_F(Cli, PrintedDataTableIsOneTextLinePerRowOnPagesOfFiveHundredOfTheChosenPaper) {
-  std::vector<double> values;
-  for (int i = 0; i < 600; ++i) values.push_back(20 + i / 10.0);
-  const CliRun r =
-      RunCli({"print", "data", WriteRecord("six.txt", values), "--out", "six.pdf", "--paper", "Letter"});
-  ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-  const QString words = Tool("pdftotext", {"-layout", "six.pdf", "-"}), info = Tool("pdfinfo", {"six.pdf"});
-  if (words.isNull()) GTEST_SKIP() << "pdftotext (poppler-utils) is needed";
-  EXPECT_TRUE(info.contains(QRegularExpression("Pages: +2\n")) && info.contains("612 x 792 pts (letter)"));
-  // Row 1: samples 1, 101, 201, 301 and 401 side by side (pdftotext closes up the blanks); the
-  // last sample ends page 2.
-  EXPECT_EQ(words.split('\n').filter("21/11/26 10:00:00").value(0).simplified(),
-            "21/11/26 10:00:00 20 V 21/11/26 11:40:00 30 V 21/11/26 13:20:00 40 V 21/11/26 15:00:00 50 V "
-            "21/11/26 16:40:00 60 V");
-  EXPECT_TRUE(words.contains(QRegularExpression("(?s)Cold store +page +2\\s.*\\s21/11/26 19:59:00 +79.9 V\\s*$")))
-      << words.toStdString();
-}
-
-TEST_F(Cli, RenderAndPrintRefuseWhatTheyCannotDoWithOneLineAndNoFile) {
+TEST_F(Cli, RenderAndPrintRefuseWhatTheyCannotDoWithOneLineAndNoFileAndPrintTheRest) {
   WriteRecord("tiny.txt", {1, 2});
   WriteRecord("run.txt", {1, 2, 3}, "see " + QByteArray(120, 'x'));
   WriteFile("notes.txt", "shopping list\r\n");
@@ -278,8 +260,15 @@ TEST_F(Cli, RenderAndPrintRefuseWhatTheyCannotDoWithOneLineAndNoFile) {
     ExpectRefusal(RunCli(args.split(' ')), "x.png");
     EXPECT_EQ(QDir().entryList({"x.*", "*.pdf*"}, QDir::Files), QStringList{}) << args.toStdString();
   }
-  // Without --annotate the long run is never printed.
+  // Without --annotate the long run is never printed; the data table has a text line a row.
   EXPECT_EQ(RunCli({"print", "graph", "run.txt", "--out", "x.pdf"}).exitCode, 0);
+  EXPECT_EQ(RunCli(QString("print data run.txt --out data.pdf --paper Letter").split(' ')).exitCode, 0);
+  const QString words = Tool("pdftotext", {"-layout", "data.pdf", "-"}), info = Tool("pdfinfo", {"data.pdf"});
+  if (words.isNull()) GTEST_SKIP() << "pdftotext (poppler-utils) is needed";
+  EXPECT_TRUE(info.contains(QRegularExpression("Pages: +1\n")) && info.contains("612 x 792 pts (letter)"));
+  EXPECT_TRUE(words.contains(QRegularExpression(
+      "Cold store +page 1\\s+21/11/26 10:00:00 1 V\\s+21/11/26 10:01:00 2 V\\s+21/11/26 10:02:00 3 V\\s*$")))
+      << words.toStdString();
 }
 
 TEST_F(Cli, ProfileIsWrittenShownAndDecodedThroughTheTypedPoints) {

@@ -32,13 +32,6 @@ QStringList Shown(QWidget* w, const QString& prefix, int n) {
   return out;
 }
 
-void ExpectFixedAndCentred(QWidget* d, QWidget* over) {
-  const auto buttons = d->windowFlags() & (Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
-  EXPECT_EQ(buttons, Qt::WindowCloseButtonHint);
-  EXPECT_EQ(d->minimumSize(), d->maximumSize());
-  EXPECT_LE((d->geometry().center() - over->frameGeometry().center()).manhattanLength(), 4);
-}
-
 TEST(MainWindow, FirstStartAsksForALanguageWithOkAndNoCancelAndTheWindowFollowsTheChoice) {
   WindowProgram p;  // no settings file
   bool cancelShown = true, stayedOpen = false;
@@ -77,25 +70,20 @@ TEST(MainWindow, TheUsualKeysOpenHelpAndARecordCtrlWUnlocksCalibrationAndTheGrap
   EXPECT_TRUE(p.window.Help()->isVisible() && p.window.Help()->CurrentFile().endsWith("quillet-en.html"));
   EXPECT_EQ(p.window.Help()->CurrentAnchor(), "contents");
   p.window.Help()->hide();
-  QFile record(p.dir.path() + "/record.txt");
-  ASSERT_TRUE(record.open(QIODevice::WriteOnly));
-  record.write("\"loggerfile\"\r\n\"rev02\"\r\n2\r\n\"Shed\"\r\n" + QByteArray("\"\"\r\n").repeated(6) +
-               "1\r\n42\r\n\"degC\"\r\n46347.5\t20.5\r\n46347.75\t21.5\r\n");
-  record.close();
   QStringList seen;
   WhenModal files("", [&](QWidget* w) {  // the user types the record's name
     auto* d = qobject_cast<QFileDialog*>(w);
     seen << d->nameFilters()
          << QString::number(d->acceptMode() == QFileDialog::AcceptOpen && d->width() >= 900);
-    Edit(d, "fileNameEdit")->setText(record.fileName());
+    Edit(d, "fileNameEdit")->setText(QUILLET_TEST_DATA_DIR "/reference_record.txt");
     static_cast<QDialog*>(d)->accept();
   });
   p.window.activateWindow();
   QApplication::processEvents();
   QTest::keyClick(&p.window, Qt::Key_O, Qt::ControlModifier);
   EXPECT_EQ(seen, (QStringList{"txt files (*.txt)", "1"}));
-  EXPECT_EQ(p.s().record.RecordTitle, "Shed");
-  EXPECT_DOUBLE_EQ(p.s().record.FullAvg, 21);
+  EXPECT_EQ(p.s().record.RecordTitle, "Greenhouse 2");
+  EXPECT_EQ(p.s().record.FullSampleCount, 300);
   auto* high = p.Find<QPushButton>("Command5");
   EXPECT_FALSE(high->isEnabled());
   p.s().logger.ModelCode = 65;
@@ -113,7 +101,11 @@ TEST(TimesetWindow, ItsPartsTakeTheButtonsTypingKeysAndTheWheelWithinTheirRanges
   p.StartDismissing();
   const auto& parts = p.s().clock.ClockParts;
   WhenModal user("frmTimeset", [&](QWidget* d) {
-    ExpectFixedAndCentred(d, &p.window);
+    // A dialog of fixed size, centred on the window, with a close button only.
+    EXPECT_EQ(d->windowFlags() & (Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+              Qt::WindowCloseButtonHint);
+    EXPECT_EQ(d->minimumSize(), d->maximumSize());
+    EXPECT_LE((d->geometry().center() - p.window.frameGeometry().center()).manhattanLength(), 4);
     EXPECT_EQ(d->windowTitle() + " " + Shown(d, "Label", 1).join(""), "Set Date and Time Month:");
     auto type = [d](const char* field, const char* text) {
       Edit(d, field)->setFocus();
@@ -219,50 +211,42 @@ TEST(ProfileWindow, EachDialogOpensWithItsCaptionRowsAndButtonsAndTheScalingEntr
   }
 }
 
-// The window program linked to the emulator on "tty" in its folder.
-struct Linked : WindowProgram {
-  Linked() : WindowProgram(SettingsText(1, 1, 1200), true) {}
-  QString Link() const { return dir.path() + "/tty"; }
+// The window program linked to the emulator on the link "tty" in its folder.
+struct SerialEndToEnd : ::testing::Test {
   void Start() {
-    Dispatch(*app, [this] { StartProgram(*app); });
+    Dispatch(*p.app, [this] { StartProgram(*p.app); });
   }
+  bool Until(const std::function<bool()>& done, int ms) { return p.RunUntil(done, ms); }
+  WindowProgram p{SettingsText(1, 1, 1200), true};
+  const QString tty = p.dir.path() + "/tty";
 };
 
-TEST(SerialEndToEnd, ATemperatureLoggerIsFoundAndItsLiveValueShows) {
-  Linked p;
-  EmulatorProcess sim(p.Link(), {"--model", "17", "--baud", "1200", "--serial", "777", "--elapsed", "2h"});
-  p.Start();
+TEST_F(SerialEndToEnd, ATemperatureLoggerIsFoundItsLiveValueShowsAndOnceGoneAndBackItIsFoundAgain) {
+  const QStringList args{"--model", "17", "--baud", "1200", "--serial", "777", "--elapsed", "2h"};
+  auto sim = std::make_unique<EmulatorProcess>(tty, args);
+  Start();
   ASSERT_TRUE(p.app->port.PortOpen());
-  ASSERT_TRUE(p.RunUntil([&] { return p.s().link.LoggerSeen == 1; }, 6000));
+  ASSERT_TRUE(Until([&] { return p.s().link.LoggerSeen == 1; }, 6000));
   EXPECT_EQ(p.w().Label13.caption, "COM 1");
   // The header follows by itself and names the logger; the next reading has its unit.
-  ASSERT_TRUE(p.RunUntil([&] { return p.s().link.HeaderRead == 1; }, 4000));
+  ASSERT_TRUE(Until([&] { return p.s().link.HeaderRead == 1; }, 4000));
   EXPECT_EQ(p.s().logger.LoggerSerial.Value(), 777);
   EXPECT_EQ(p.s().logger.ModelCode.Value(), 17);
   EXPECT_EQ(p.w().Label34.caption, "Temperature");
-  ASSERT_TRUE(p.RunUntil([&] { return p.w().Label19.visible; }, 5000));
+  ASSERT_TRUE(Until([&] { return p.w().Label19.visible; }, 5000));
   EXPECT_TRUE(p.w().Label21.caption == "degC" && !p.w().Label19.caption.empty());
-}
-
-TEST(SerialEndToEnd, ALoggerAtFourThousandEightHundredIsFoundFromTwelveHundred) {
-  Linked p;
-  EmulatorProcess sim(p.Link(), {"--model", "18", "--baud", "4800"});
-  p.Start();
-  ASSERT_TRUE(p.RunUntil([&] { return p.s().link.LoggerSeen == 1; }, 10000));
-  EXPECT_TRUE(p.s().settings.BaudRate.Value() == 4800 && p.s().link.BaudConfirmed.Value() == 1);
-}
-
-TEST(SerialEndToEnd, AStoppedEmulatorIsNoticedAndARestartedOneFoundAgain) {
-  Linked p;
-  const QStringList args{"--model", "17", "--baud", "1200"};
-  auto sim = std::make_unique<EmulatorProcess>(p.Link(), args);
-  p.Start();
-  ASSERT_TRUE(p.RunUntil([&] { return p.s().link.HeaderRead == 1; }, 8000));
   sim.reset();
-  ASSERT_TRUE(p.RunUntil([&] { return p.s().link.LoggerSeen == 0; }, 8000));
+  ASSERT_TRUE(Until([&] { return p.s().link.LoggerSeen == 0; }, 8000));
   // Started again, as a logger plugged back in: found with no action from the user.
-  sim = std::make_unique<EmulatorProcess>(p.Link(), args);
-  ASSERT_TRUE(p.RunUntil([&] { return p.s().link.LoggerSeen == 1; }, 12000));
+  sim = std::make_unique<EmulatorProcess>(tty, args);
+  ASSERT_TRUE(Until([&] { return p.s().link.LoggerSeen == 1; }, 12000));
+}
+
+TEST_F(SerialEndToEnd, ALoggerAtFourThousandEightHundredIsFoundFromTwelveHundred) {
+  EmulatorProcess sim(tty, {"--model", "18", "--baud", "4800"});
+  Start();
+  ASSERT_TRUE(Until([&] { return p.s().link.LoggerSeen == 1; }, 10000));
+  EXPECT_TRUE(p.s().settings.BaudRate.Value() == 4800 && p.s().link.BaudConfirmed.Value() == 1);
 }
 
 }  // namespace
