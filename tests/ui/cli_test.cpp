@@ -1,7 +1,6 @@
-// quillet-cli against the emulator over a pseudo-terminal and on files: the records,
-// pictures, pages and profiles it writes, read back (pages with poppler's tools), and how
-// each command ends when its input is bad or the logger does not answer: a line in words on
-// standard error, a non-zero exit (never a signal) and no file.
+// quillet-cli against the emulator over a pseudo-terminal and on files: the records, pictures,
+// pages and profiles it writes, and how each command ends when its input is bad or the logger
+// does not answer: a line in words on standard error, a non-zero exit (never a signal), no file.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -22,10 +21,13 @@ void WriteFile(const QString& path, const QByteArray& bytes) {
   f.write(bytes);
 }
 
-QStringList FileLines(const QString& path) {
+QByteArray FileBytes(const QString& path) {
   QFile f(path);
-  f.open(QIODevice::ReadOnly);
-  return QString::fromLatin1(f.readAll()).split("\r\n", Qt::SkipEmptyParts);
+  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QStringList FileLines(const QString& path) {
+  return QString(FileBytes(path)).split("\r\n", Qt::SkipEmptyParts);
 }
 
 // A one-byte logger's header: memory code, serial 1337, no marks, the tick count, the
@@ -38,18 +40,6 @@ QByteArray LoggerHeader(int model, int ticks, int samples, int memoryCode = 0, i
   return h;
 }
 
-// A record "Cold store" of logger 77: the values one a minute from 10:00 on 21 Nov 2026.
-QString WriteRecord(const QString& path, const std::vector<double>& values, const QByteArray& remarks = "") {
-  QByteArray text = "\"loggerfile\"\r\n\"rev02\"\r\n" + QByteArray::number(int(values.size())) +
-                    "\r\n\"Cold store\"\r\n\"\"\r\n\"" + remarks + "\"" + QByteArray("\r\n\"\"").repeated(4) +
-                    "\r\n1\r\n77\r\n\"V\"\r\n";
-  for (std::size_t i = 0; i < values.size(); ++i)
-    text += QByteArray::number(46347 + 10 / 24.0 + i / 1440.0, 'f', 8) + "\t" +
-            QByteArray::number(values[i]) + "\r\n";
-  WriteFile(path, text);
-  return path;
-}
-
 // The share of pixels whose colour moved further than text smoothing moves it (1: another size).
 double PixelsMoved(const QString& got, const QString& want) {
   const QImage a = QImage(got).convertToFormat(QImage::Format_RGB32);
@@ -58,9 +48,9 @@ double PixelsMoved(const QString& got, const QString& want) {
   long moved = 0;
   for (int y = 0; y < a.height(); ++y)
     for (int x = 0; x < a.width(); ++x) {
-      const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+      const QColor p = a.pixel(x, y), q = b.pixel(x, y);
       moved +=
-          std::max({qAbs(qRed(p) - qRed(q)), qAbs(qGreen(p) - qGreen(q)), qAbs(qBlue(p) - qBlue(q))}) > 64;
+          std::max({qAbs(p.red() - q.red()), qAbs(p.green() - q.green()), qAbs(p.blue() - q.blue())}) > 64;
     }
   return double(moved) / (a.width() * a.height());
 }
@@ -69,8 +59,8 @@ double PixelsMoved(const QString& got, const QString& want) {
 QString Tool(const QString& program, const QStringList& args) {
   QProcess p;
   p.start(program, args);
-  if (!p.waitForFinished(30000) || p.exitCode() != 0) return {};
-  return QString::fromUtf8(p.readAllStandardOutput() + "\n");
+  return p.waitForFinished(30000) && !p.exitCode() ? QString::fromUtf8(p.readAllStandardOutput() + "\n")
+                                                   : QString();
 }
 
 // A refusal: its words on the last line of standard error, the only line unless progress
@@ -169,9 +159,7 @@ TEST_F(Cli, LiveEndsWithOneLineWhenNoReadingComesOrTheDeviceIsMissing) {
 }
 
 TEST_F(Cli, DecodeWritesTheRecordOrEndsEveryFaultWithALineANonZeroExitAndNoFile) {
-  QFile shipped(QUILLET_DATA_DIR "/probes.dat");
-  ASSERT_TRUE(shipped.open(QIODevice::ReadOnly));
-  const QByteArray probes = shipped.readAll(), ok = LoggerHeader(17, 100, 99),
+  const QByteArray probes = FileBytes(QUILLET_DATA_DIR "/probes.dat"), ok = LoggerHeader(17, 100, 99),
                    probe = LoggerHeader(16, 9830, 9);
   const QString noon = "2026-11-21 12:00:00";
   const struct {
@@ -246,8 +234,12 @@ TEST_F(Cli, PrintedGraphPageReadsBackWithItsStatisticsAndAnnotationAndLooksAsItD
 }
 
 TEST_F(Cli, RenderAndPrintRefuseWhatTheyCannotDoWithOneLineAndNoFileAndPrintTheRest) {
-  WriteRecord("tiny.txt", {1, 2});
-  WriteRecord("run.txt", {1, 2, 3}, "see " + QByteArray(120, 'x'));
+  // The reference record cut to two samples, and with a description line too long to print.
+  QStringList tiny = FileLines(kReference).mid(0, 15);
+  tiny[2] = "2";
+  WriteFile("tiny.txt", (tiny.join("\r\n") + "\r\n").toLatin1());
+  WriteFile("run.txt",
+            FileBytes(kReference).replace("Sine with a step at noon", "see " + QByteArray(120, 'x')));
   WriteFile("notes.txt", "shopping list\r\n");
   QFile::copy(kReference, "ref.txt");
   for (const QString& args : QStringList{
@@ -260,14 +252,19 @@ TEST_F(Cli, RenderAndPrintRefuseWhatTheyCannotDoWithOneLineAndNoFileAndPrintTheR
     ExpectRefusal(RunCli(args.split(' ')), "x.png");
     EXPECT_EQ(QDir().entryList({"x.*", "*.pdf*"}, QDir::Files), QStringList{}) << args.toStdString();
   }
-  // Without --annotate the long run is never printed; the data table has a text line a row.
+  // Without --annotate the long line is never printed. The data table has a text line a row:
+  // samples 1, 101 and 201 in the first, 100, 200 and 300 in the last.
   EXPECT_EQ(RunCli({"print", "graph", "run.txt", "--out", "x.pdf"}).exitCode, 0);
-  EXPECT_EQ(RunCli(QString("print data run.txt --out data.pdf --paper Letter").split(' ')).exitCode, 0);
+  EXPECT_EQ(RunCli(QString("print data ref.txt --out data.pdf --paper Letter").split(' ')).exitCode, 0);
   const QString words = Tool("pdftotext", {"-layout", "data.pdf", "-"}), info = Tool("pdfinfo", {"data.pdf"});
   if (words.isNull()) GTEST_SKIP() << "pdftotext (poppler-utils) is needed";
   EXPECT_TRUE(info.contains(QRegularExpression("Pages: +1\n")) && info.contains("612 x 792 pts (letter)"));
-  EXPECT_TRUE(words.contains(QRegularExpression(
-      "Cold store +page 1\\s+21/11/26 10:00:00 1 V\\s+21/11/26 10:01:00 2 V\\s+21/11/26 10:02:00 3 V\\s*$")))
+  EXPECT_TRUE(
+      words.contains(QRegularExpression("Greenhouse 2 +page 1\\s+21/11/26 06:00:00 20.0 degC +21/11/26 "
+                                        "06:50:00 23.0 degC +21/11/26 07:40:00 18.2 degC\n")));
+  EXPECT_TRUE(
+      words.contains(QRegularExpression("\n +21/11/26 06:49:30 23.1 degC +21/11/26 07:39:30 18.2 degC +"
+                                        "21/11/26 08:29:30 27.7 degC\\s*$")))
       << words.toStdString();
 }
 
