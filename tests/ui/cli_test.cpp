@@ -59,8 +59,7 @@ double PixelsMoved(const QString& got, const QString& want) {
 QString Tool(const QString& program, const QStringList& args) {
   QProcess p;
   p.start(program, args);
-  return p.waitForFinished(30000) && !p.exitCode() ? QString::fromUtf8(p.readAllStandardOutput() + "\n")
-                                                   : QString();
+  return p.waitForFinished(30000) && !p.exitCode() ? QString(p.readAllStandardOutput() + "\n") : QString();
 }
 
 // A refusal: its words on the last line of standard error, the only line unless progress
@@ -90,9 +89,9 @@ TEST_F(Cli, DownloadAt4800WritesTheRecordAndTheRawBytesWhichDecodeToTheSameValue
       << r.err.toStdString();
   const QStringList lines = FileLines("rec.txt");
   ASSERT_GT(lines.size(), 13);
-  const QString count = QString::number(lines.size() - 13);
-  EXPECT_EQ(lines.mid(0, 3) << lines.mid(11, 2),
-            (QStringList{"\"loggerfile\"", "\"rev02\"", count, "1234", "\"degC\""}));
+  EXPECT_EQ(
+      lines.mid(0, 3) << lines.mid(11, 2),
+      (QStringList{"\"loggerfile\"", "\"rev02\"", QString::number(lines.size() - 13), "1234", "\"degC\""}));
   // A steady 20 degC reads 19.98 throughout.
   EXPECT_EQ(lines.filter(QRegularExpression("\t19.98$")).size(), lines.size() - 13);
   // Three hours fill a memory of 2048 slots several times: the whole memory comes.
@@ -269,7 +268,7 @@ TEST_F(Cli, RenderAndPrintRefuseWhatTheyCannotDoWithOneLineAndNoFileAndPrintTheR
 }
 
 TEST_F(Cli, ProfileIsWrittenShownAndDecodedThroughTheTypedPoints) {
-  const QStringList write =
+  auto write =
       QString("profile write --family custom --unit bar --entry 2=5 --entry 4=15 --out sensor").split(' ');
   EXPECT_EQ(RunCli(write).exitCode, 0);
   EXPECT_EQ(RunCli(write).exitCode, 1);  // kept without --replace
