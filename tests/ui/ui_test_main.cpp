@@ -1,5 +1,4 @@
-// Window and end-to-end tests run Qt with the offscreen platform unless a display is
-// asked for explicitly.
+// Window and end-to-end tests: Qt runs offscreen unless a display is asked for explicitly.
 #include <gtest/gtest.h>
 
 #include <QApplication>
