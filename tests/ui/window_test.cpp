@@ -8,9 +8,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QClipboard>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTest>
 
 #include "measure/probe_table.h"
+#include "storage/record_file.h"
 #include "ui/dialogs.h"
 #include "ui/graph_view.h"
 #include "ui/window_program.h"
@@ -225,6 +229,42 @@ TEST(SerialEndToEnd, ALoggerAtFourThousandEightHundredIsFoundFromTwelveHundred) 
   Dispatch(*p.app, [&p] { StartProgram(*p.app); });
   ASSERT_TRUE(p.RunUntil([&] { return p.s().link.LoggerSeen == 1; }, 10000));
   EXPECT_TRUE(p.s().settings.BaudRate.Value() == 4800 && p.s().link.BaudConfirmed.Value() == 1);
+}
+
+// The real X clipboard under Xvfb: the window owns it while xclip, another process, reads
+// the graph as PNG. The test runs itself again under xvfb-run for that part.
+TEST(Clipboard, AnotherProgramReadsTheGraphAsPng) {
+  if (!qEnvironmentVariableIsSet("QUILLET_XVFB_CHILD")) {
+    const QString xvfbRun = QStandardPaths::findExecutable("xvfb-run");
+    if (xvfbRun.isEmpty() || QStandardPaths::findExecutable("xclip").isEmpty())
+      GTEST_SKIP() << "needs xvfb-run and xclip (scripts/install-deps.sh)";
+    QProcess child;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("QUILLET_XVFB_CHILD", "1");
+    env.insert("QT_QPA_PLATFORM", "xcb");
+    child.setProcessEnvironment(env);
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(xvfbRun, {"-a", QCoreApplication::applicationFilePath(), "--gtest_filter=Clipboard.*"});
+    ASSERT_TRUE(child.waitForFinished(60000));
+    const std::string out = child.readAll().toStdString();
+    EXPECT_TRUE(child.exitCode() == 0 && out.find("[  PASSED  ] 1 test") != std::string::npos) << out;
+    return;
+  }
+  WindowProgram p(SettingsText(1, 1, 1200));
+  p.StartDismissing();
+  Dispatch(*p.app, [&] { ReadRecordFile(*p.app, QUILLET_TEST_DATA_DIR "/reference_record.txt"); });
+  p.window.Refresh();
+  p.Action("mnuGClip")->trigger();
+  QProcess xclip;  // the owner keeps answering while xclip asks: the event loop runs meanwhile
+  xclip.start("xclip", {"-selection", "clipboard", "-t", "image/png", "-o"});
+  ASSERT_TRUE(p.RunUntil([&] { return xclip.state() == QProcess::NotRunning; }, 20000));
+  const QImage image = QImage::fromData(xclip.readAllStandardOutput(), "PNG");
+  ASSERT_FALSE(image.isNull()) << xclip.readAllStandardError().toStdString();
+  EXPECT_EQ(image.size(), p.Find<QWidget>("Picture1")->contentsRect().size());
+  int dark = 0;  // the graph itself, not an empty surface: frame and trace leave dark pixels
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) dark += qGray(image.pixel(x, y)) < 128;
+  EXPECT_GT(dark, 500);
 }
 
 }  // namespace
