@@ -61,6 +61,10 @@ TEST(Language, TheDialogOffersEachLanguageAndOkRecaptionsMenusDialogsAndTextsOnS
   }
   EXPECT_EQ(w.Label19.caption + "|" + t.app->v.frmPort.Option5.caption + "|" + w.Frame1.caption,
             "21.5|de142|de151 4242de152");
+  t.Do(MnuHelpCont), t.Do(MnuHelpIndex);  // Help follows the language chosen
+  ASSERT_EQ(t.ui.help.size(), 2u);
+  EXPECT_EQ(t.ui.help[0], std::pair(std::string("help/de.html"), HelpCommand::Contents));
+  EXPECT_EQ(t.ui.help[1], std::pair(std::string("help/de.html"), HelpCommand::KeywordSearch));
 }
 
 TEST(Language, ALanguageIndexOfNineFaultsAtItsFirstLookupAndEndsTheStart) {

@@ -30,7 +30,7 @@ TEST(Scales, ValuesOnTheBoundOfARowBelongToTheLowerRow) {
   // never dips under zero stays at zero.
   for (auto [lo, hi, widen, range, step, bottom, top] :
        {std::tuple{20.0, 20.0, 10.0, 10.0, 1.0, 15.0, 26.0}, {0, 0, 10, 10, 1, 0, 6}, {12, 36, 0, 24, 2, 12, 38},
-        {5, 5, 0, 1, 0.1, 4.5, 5.6}}) {
+        {5, 5, 0, 1, 0.1, 4.5, 5.6}, {-3, 7, 0, 10, 1, -3, 8}}) {
     const ValueScale v = PickValueScale(lo, hi, widen);
     ExpectNear({v.range, v.tickStep, v.axisBottom, v.axisTop}, {range, step, bottom, top});
   }

@@ -53,6 +53,17 @@ TEST(PrintData, TheHeadingAndARowAreWrittenAsOneLineEachInTheRecordsNumberFormat
   EXPECT_EQ(lines[52].text, std::string(33, ' ') + "21/11/26 12:50:00  51.00 degC     ");
   ExpectNear({lines[0].x1, lines[1].y1}, {0, 120});  // one line of six points further down
   EXPECT_EQ(lines[2].font, "arial 6");
+  // A table longer than a page: five full columns, a new page, and the rest on page 2.
+  PrintApp longer;
+  FillNumbered(longer, 550);
+  longer.Do(PrintData);
+  const auto all = longer.printer.Only("textline");
+  ASSERT_EQ(all.size(), 102u + 52u);
+  EXPECT_NE(all[2].text.find("  401 degC"), std::string::npos) << all[2].text;
+  EXPECT_NE(all[102].text.find("page  2 "), std::string::npos);
+  EXPECT_EQ(all[102].y1, 0);  // the new page starts at its top
+  EXPECT_EQ(all.back().text, std::string(33, ' ') + "21/11/26 21:09:00  550 degC     ");
+  EXPECT_EQ(longer.printer.endDocs, 1);
   for (auto [code, format] : {std::pair{1.0, "##0.0"}, {11, "##0.0"}, {30, "##0.0"}, {28, "#0.00"}, {31, "###0.0"},
                               {0, ""}, {7.5, ""}, {12, ""}})
     EXPECT_EQ(DataValueFormat(code), format) << code;

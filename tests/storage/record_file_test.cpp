@@ -98,6 +98,12 @@ TEST(RecordFile, EachRevisionSampleFormAndUnitReadsBack) {
               std::tuple(code, factor, logger, texts, 46347.5, value));
     EXPECT_EQ(r.RecordFromFile + r.RecordSaved.Value(), 2);
   }
+  // The number form of the values a record file holds, by model.
+  for (auto [code, format] :
+       {std::pair{16.0, "###0.####"}, {28, "###0.####"}, {17, "###0.##"}, {18, "###0.##"}, {20, "###0.##"},
+        {25, "###0.##"}, {26, "###0.##"}, {64, "###0.##"}, {19, "###0.#"}, {31, "###0.#"}, {22, "###0.###"},
+        {30, "###0.###"}, {99, ""}})
+    EXPECT_EQ(RecordValueFormat(code), format) << code;
 }
 
 TEST(RecordFile, ADamagedFileKeepsWhatWasReadWithoutStatisticsAndOffersTheDialogAgain) {
