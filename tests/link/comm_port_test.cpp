@@ -13,10 +13,7 @@ namespace {
 struct Port {
   Port() : transport(sched), poster(sched), port(transport, poster) {
     port.InBufferSize = 32766;
-    port.onComm = [this] {
-      ++events;
-      if (onEvent) onEvent();
-    };
+    port.onComm = [this] { onEvent(); };
     port.SetPortOpen(true);
     port.SetRThreshold(1);
   }
@@ -28,8 +25,7 @@ struct Port {
   testing::FakeTransport transport;
   testing::FakePoster poster;
   CommPort port;
-  int events = 0;
-  std::function<void()> onEvent;
+  std::function<void()> onEvent = [] {};
 };
 
 TEST(CommPort, TheEventIsPostedNeverReenteredAndAFlushBeforeItRunsCancelsIt) {
@@ -45,10 +41,12 @@ TEST(CommPort, TheEventIsPostedNeverReenteredAndAFlushBeforeItRunsCancelsIt) {
   EXPECT_EQ(deepest, 1);
 
   Port q;
+  int events = 0;
+  q.onEvent = [&events] { ++events; };
   q.transport.Inject(1, "a");
   q.sched.At(1, [&] { q.port.Input(); });  // the flush comes first at the same moment
   q.sched.RunFor(5);
-  EXPECT_EQ(q.events, 0);
+  EXPECT_EQ(events, 0);
 }
 
 TEST(CommPort, AnAcknowledgeReadTogetherWithItsPayloadStillFiresItsOwnEventFirst) {

@@ -7,7 +7,7 @@
 #include <array>
 #include <cmath>
 #include <random>
-#include <sstream>
+#include <set>
 
 #include "link/scenario.h"
 #include "link/timeset.h"
@@ -68,22 +68,19 @@ DesktopReading ReadAsDesktop(const std::vector<std::uint8_t>& header) {
   return d;
 }
 
-// The range input a sample taken at `range` is converted with.
+// The range input a sample taken at `range` is converted with: 1 for two-byte loggers, the
+// range code for the models that store one (32 does not), else the divider or plain byte.
 double DivisorOf(int model, int range, int bytesPerSample) {
-  // Models whose stored samples read their range byte as a range code; 32 is not one.
-  const int rangeCodeModels[] = {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31};
-  if (bytesPerSample == 2) return 1;  // the live reading's 1 stands for two-byte loggers
-  if (std::count(std::begin(rangeCodeModels), std::end(rangeCodeModels), model))
-    return std::ldexp(1.0, -(range % 4));
-  return range;  // the thermistor's divider, or a plain byte
+  const std::set<int> rangeCodeModels = {16, 18, 19, 20, 22, 24, 25, 26, 27, 28, 29, 30, 31};
+  if (bytesPerSample == 2) return 1;
+  return rangeCodeModels.count(model) ? std::ldexp(1.0, -(range % 4)) : range;
 }
 
-// Holds the record on screen against the firmware as it answered the last header: one
-// entry per stored sample, each with the raw count it stored, converted at the range it
-// was taken in, and its time. Where the unfolding's running count is only approximate
-// (more half fills than the memory has address bits), a sample next to a range mark can
-// land on the wrong side of it; there the unfolding's rule is what the record must hold,
-// and such samples are counted in the result.
+// Holds the record on screen against the firmware as it answered the last header: each
+// stored sample's raw count converted at the range it was taken in, and its time. Where the
+// running count is only approximate (more half fills than the memory has address bits), a
+// sample next to a range mark may land on the wrong side of it: there the unfolding's rule
+// decides, and such samples are counted in the result.
 int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, const sim::LoggerConfig& c) {
   const SampleRecord& r = t.s().record;
   const testing::FirmwareTruth& truth = t.truth;
@@ -113,9 +110,9 @@ int ExpectRecordIsTheTruth(EmulatedLoggerApp& t, const sim::LoggerConfig& c) {
                     r.ShownValues[step.s].Value() == got.Value() &&
                     std::abs(r.FullTimes[step.s] - wantTime) < 1e-6;
     if (!ok && ++failures <= 3) {
-      ADD_FAILURE() << "sample " << step.s << " of " << n << ": value " << got.Value() << " want "
-                    << want.Value() << " (raw " << x.raw << ", range " << x.range << ", count " << x.counter
-                    << "), time off by " << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
+      ADD_FAILURE() << "sample " << step.s << " of " << n << ": " << got.Value() << ", want " << want.Value()
+                    << " (raw " << x.raw << ", range " << x.range << "), time off by "
+                    << (r.FullTimes[step.s] - wantTime) * 86400 << " s";
     }
   }
   EXPECT_EQ(failures, 0);
@@ -142,10 +139,9 @@ std::size_t WrittenBetween(const EmulatedLoggerApp& t, char letter, double fromM
 // A record of three samples from a file (logger 42, "Volt": 1.5, 2.5, -3) stays on screen.
 void ExpectThreeSampleRecord(EmulatedLoggerApp& t) {
   const SampleRecord& r = t.s().record;
-  EXPECT_EQ(std::tuple(r.FullSampleCount.Value(), r.RecordSampleCount.Value()), std::tuple(3, 3));
-  EXPECT_EQ(std::tuple(r.FullValues[2].Value(), r.FullTimes[3], r.LoggerNumber.Value(), r.RecordUnitText),
-            std::tuple(2.5, 46300.75, 42, "Volt"));
-  EXPECT_EQ(r.RecordTitle, "T1");
+  EXPECT_EQ(std::tuple(r.FullSampleCount.Value(), r.RecordSampleCount.Value(), r.FullValues[2].Value(),
+                       r.FullTimes[3], r.LoggerNumber.Value(), r.RecordUnitText, r.RecordTitle),
+            std::tuple(3, 3, 2.5, 46300.75, 42, "Volt", "T1"));
 }
 
 TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures) {
@@ -163,10 +159,9 @@ TEST(Download, ATemperatureLoggerGivesEverySampleWithItsTimeAndTheRecordsFigures
   EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
   const SampleRecord& r = t.s().record;
   ExpectAskedNothingButTheClock(t);
-  EXPECT_EQ(std::tuple(t.w().Label40.caption, t.w().Label14.caption, r.RecordUnitText),
-            std::tuple(std::to_string(t.truth.stored.size()), "100", "degC"));
-  EXPECT_EQ(std::tuple(r.RecordModelCode.Value(), r.LoggerNumber.Value(), r.RecordFromFile),
-            std::tuple(17, 317, 0));
+  EXPECT_EQ(std::tuple(t.w().Label40.caption, t.w().Label14.caption, r.RecordUnitText,
+                       r.RecordModelCode.Value(), r.LoggerNumber.Value(), r.RecordFromFile),
+            std::tuple(std::to_string(t.truth.stored.size()), "100", "degC", 17, 317, 0));
   for (const Control* m : {&t.w().mnuSaveTXT, &t.w().mnuPGraph, &t.w().mnuPData, &t.w().mnuGClip})
     EXPECT_TRUE(m->enabled);
   // The live reading comes back once the download is over.
@@ -298,9 +293,8 @@ TEST(Download, EveryDepthOfThinningUnfoldsToTheSamplesTaken) {
     // sample taken after the header may trail the block.
     const std::size_t asked = depth.halfFills >= 2 ? 2048u : t.truth.stored.size();
     std::size_t lastBlock = 0;
-    for (const sim::LineCommand& command : t.line.Commands()) {
+    for (const sim::LineCommand& command : t.line.Commands())
       if (command.letter == 'T' && command.answered) lastBlock = command.payloadBytes;
-    }
     EXPECT_GE(lastBlock, asked);
     EXPECT_EQ(std::tuple(t.w().Label26.caption, t.w().Label4.caption, t.w().Label6.caption),
               std::tuple(std::to_string(asked + 2), depth.rate, depth.rateUnit));
@@ -327,13 +321,11 @@ TEST(Download, AStalledBlockOrOneCutShortIsFetchedAgainWholeWithoutAskingAgain) 
     t.Do(StartDownload);
     if (!stalled) {  // the block hangs part way: progress shows, the menus wait
       t.Run(8000);
-      const LinkState& L = t.s().link;
-      EXPECT_EQ(L.BlockPhase, 1);
-      EXPECT_TRUE(L.DownloadPercent.Value() > 0 && L.DownloadPercent.Value() < 100)
-          << L.DownloadPercent.Value();
-      EXPECT_EQ(t.s().record.RecordSaved.Value(), 0);
-      EXPECT_FALSE(t.w().mnuDownload.enabled);
-      EXPECT_TRUE(t.w().busy);
+      const double percent = t.s().link.DownloadPercent.Value();
+      EXPECT_TRUE(percent > 0 && percent < 100) << percent;
+      EXPECT_EQ(std::tuple(t.s().link.BlockPhase, t.s().record.RecordSaved.Value(), t.w().mnuDownload.enabled,
+                           t.w().busy),
+                std::tuple(1, 0, false, true));
     }
     ASSERT_TRUE(t.RunUntilIdle());
     ExpectAskedNothingButTheClock(t);
@@ -352,21 +344,18 @@ TEST(OversizedRecord, AFileRecordStaysThroughANewLoggersHeaderAndADownloadOfMore
   EmulatedLoggerApp t(c);
   t.OpenThreeSampleRecord();
   t.Connect();
-  ASSERT_EQ(t.s().link.LoggerSeen, 1);
-  EXPECT_TRUE(t.w().Label2.visible);
-  EXPECT_FALSE(t.w().Label15.visible);
-  EXPECT_EQ(std::tuple(t.s().logger.LoggerSerial.Value(), t.s().record.RecordFromFile), std::tuple(317, 1));
+  EXPECT_EQ(std::tuple(t.s().link.LoggerSeen, t.w().Label2.visible, t.w().Label15.visible,
+                       t.s().logger.LoggerSerial.Value(), t.s().record.RecordFromFile),
+            std::tuple(1, true, false, 317, 1));
   ExpectThreeSampleRecord(t);
   EXPECT_TRUE(t.ui.messages.empty());
 
   ASSERT_GT(t.s().logger.StoredSamples.Value(), 16384);
   ASSERT_TRUE(t.Download(600000));
   ASSERT_FALSE(t.RequestTimes('T').empty());
-  EXPECT_FALSE(t.ui.ended);
-  EXPECT_TRUE(t.ui.fatal.empty());
   ExpectThreeSampleRecord(t);
-  EXPECT_EQ(t.w().Label40.caption, "3");
-  EXPECT_FALSE(t.w().busy);
+  EXPECT_EQ(std::tuple(t.ui.ended, t.ui.fatal.size(), t.w().Label40.caption, t.w().busy),
+            std::tuple(false, 0u, "3", false));
   for (const Control* m : {&t.w().mnuFile, &t.w().mnuSetTime, &t.w().mnuDownload, &t.w().mnuDate,
                            &t.w().mnuHelp, &t.w().mnuPort, &t.w().mnuSaveTXT, &t.w().mnuPGraph}) {
     EXPECT_TRUE(m->enabled);
@@ -381,46 +370,37 @@ TEST(OversizedRecord, AFileRecordStaysThroughANewLoggersHeaderAndADownloadOfMore
 // A two-byte (layout 2) logger downloaded at once after it is found: the header is in
 // but no live reading has come since, so the range input must come from the header's
 // layout and not from whatever an earlier reading or logger left.
-struct LayoutTwoCase {
-  int model, baud;
-  double leftOverScale;  // what an earlier logger left as the range input; 0: nothing
-  const char* label;
-};
-
-class LayoutTwoDownload : public ::testing::TestWithParam<LayoutTwoCase> {};
-
-TEST_P(LayoutTwoDownload, StartedRightAfterTheHeaderGivesEverySampleItsValue) {
-  const LayoutTwoCase k = GetParam();
-  // 87.25 degrees: exact in sixteenths of a degree.
-  EmulatedLoggerApp t(SteadyLogger(k.model, 300, 87.25, k.baud), testing::AtSpeed(k.baud));
-  if (k.leftOverScale != 0) t.s().logger.ScaleByte = k.leftOverScale;
-  // Until the first header is decoded, and not a millisecond further.
-  for (int i = 0; i < 400 && t.s().link.HeaderRead != 1; ++i) t.Run(10);
-  ASSERT_EQ(t.s().link.HeaderRead, 1);
-  EXPECT_EQ(t.w().Label34.caption, k.label);
-  const std::size_t readingsBefore = t.Count('D');
-  ASSERT_TRUE(t.Download());
-  ASSERT_FALSE(t.RequestTimes('T').empty());
-  EXPECT_LE(WrittenBetween(t, 'D', 0, t.RequestTimes('T').front()), readingsBefore + 1);
-  const SampleRecord& r = t.s().record;
-  const int n = static_cast<int>(r.RecordSampleCount.Value());
-  ASSERT_EQ(n, static_cast<int>(t.truth.stored.size()));
-  ASSERT_GT(n, 300);
-  for (int i = 1; i <= n; ++i) {
-    ASSERT_FALSE(r.FullValues[i].IsEmpty()) << "sample " << i;
-    ASSERT_EQ(r.FullValues[i].Value(), 87.25) << "sample " << i;
+TEST(Download, ALayoutTwoLoggerStartedRightAfterTheHeaderGivesEverySampleItsValue) {
+  const struct {
+    int model, baud;
+    double leftOverScale;  // what an earlier logger left as the range input; 0: nothing
+    const char* label;
+  } cases[] = {{64, 4800, 0, "J Thermocouple"},
+               {65, 1200, 0, "K Thermocouple"},
+               {66, 4800, 0, "T Thermocouple"},
+               {65, 4800, 0.25, "K Thermocouple"}};
+  for (const auto& k : cases) {
+    SCOPED_TRACE(k.model);
+    const sim::LoggerConfig c = SteadyLogger(k.model, 300, 87.25, k.baud);  // exact in sixteenths
+    EmulatedLoggerApp t(c, testing::AtSpeed(k.baud));
+    if (k.leftOverScale != 0) t.s().logger.ScaleByte = k.leftOverScale;
+    // Until the first header is decoded, and not a millisecond further.
+    for (int i = 0; i < 400 && t.s().link.HeaderRead != 1; ++i) t.Run(10);
+    ASSERT_EQ(t.s().link.HeaderRead, 1);
+    EXPECT_EQ(t.w().Label34.caption, k.label);
+    const std::size_t readingsBefore = t.Count('D');
+    ASSERT_TRUE(t.Download());
+    ASSERT_FALSE(t.RequestTimes('T').empty());
+    EXPECT_LE(WrittenBetween(t, 'D', 0, t.RequestTimes('T').front()), readingsBefore + 1);
+    ASSERT_GT(t.truth.stored.size(), 300u);
+    EXPECT_EQ(ExpectRecordIsTheTruth(t, c), 0);
+    const SampleRecord& r = t.s().record;
+    EXPECT_EQ(Figures(t), std::tuple(87.25, 87.25, "degC"));
+    EXPECT_EQ(std::tuple(r.FullAvg.Value(), r.RecordScaleByte.Value(), r.RecordMemorySize.Value()),
+              std::tuple(87.25, 1, 1024));  // 2048 bytes of two-byte slots
+    EXPECT_EQ(t.w().Label26.caption, std::to_string(2 * t.truth.stored.size() + 2));
   }
-  EXPECT_EQ(Figures(t), std::tuple(87.25, 87.25, "degC"));
-  EXPECT_EQ(std::tuple(r.FullAvg.Value(), r.RecordScaleByte.Value(), r.RecordMemorySize.Value()),
-            std::tuple(87.25, 1, 1024));  // 2048 bytes of two-byte slots
-  EXPECT_EQ(t.w().Label26.caption, std::to_string(2 * n + 2));
 }
-
-INSTANTIATE_TEST_SUITE_P(Models64To66, LayoutTwoDownload,
-                         ::testing::Values(LayoutTwoCase{64, 4800, 0, "J Thermocouple"},
-                                           LayoutTwoCase{65, 1200, 0, "K Thermocouple"},
-                                           LayoutTwoCase{66, 4800, 0, "T Thermocouple"},
-                                           LayoutTwoCase{65, 4800, 0.25, "K Thermocouple"}));
 
 // Random loggers: model, memory, depth of thinning, signal and speed drawn from a fixed
 // seed. The record must be the firmware's truth sample by sample; where the count walk
@@ -479,10 +459,8 @@ TEST(DownloadProperty, RandomLoggersUnfoldToTheSamplesTheyTook) {
       if (ticksToThinning * kTickSeconds > 300) break;
       c.elapsedAtStart += 600;
     }
-    std::ostringstream what;
-    what << "run " << run << ": model " << c.modelCode << ", memory code " << c.memorySizeCode << ", "
-         << halfFills << " half fills, " << c.baud << " bit/s, signal kind " << static_cast<int>(g.kind);
-    SCOPED_TRACE(what.str());
+    SCOPED_TRACE("run " + std::to_string(run) + ": model " + std::to_string(c.modelCode) + ", " +
+                 std::to_string(halfFills) + " half fills");
     AppOptions o;
     o.appBaud = pick(2) ? 4800 : 1200;
     o.lastProbe = testing::ProbeChoice{"CT-50", "A rms", "4"};

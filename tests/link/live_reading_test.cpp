@@ -69,20 +69,14 @@ TEST(LiveReading, ALoggerTakenAwayIsForgottenAndFoundAgainWithItsHeader) {
   EXPECT_EQ(t.s().link.LoggerSeen, 0);
   t.plugged = true;
   t.Run(8000);  // the speed was kept: the next poll finds it
-  EXPECT_EQ(t.s().link.LoggerSeen, 1);
-  EXPECT_EQ(t.Count('R'), 2u);
-  EXPECT_EQ(t.w().Label21.caption, "degC");
-  EXPECT_TRUE(t.w().Label19.visible);
+  EXPECT_EQ(std::tuple(t.s().link.LoggerSeen, t.Count('R'), t.w().Label21.caption, t.w().Label19.visible),
+            std::tuple(1, 2u, "degC", true));
 }
 
-// A logger that answers "D" only after 400 ms, over a line that hands each three-byte reply
-// over in one read (as a pseudo-terminal does). The poll repeats "D" every 200 ms until an
-// acknowledge comes, so two requests are out; the first reply's acknowledge and payload
-// are taken in one read, the payload is dropped, and the second reply's acknowledge is
-// then read as the first's payload. The live exchange has no place to tell the two apart:
-// the read in the acknowledge phase takes all waiting bytes and looks at the first only,
-// and the flush before a request comes before either reply has arrived. Kept as it is;
-// the value is right again from the next exchange on.
+// A logger that answers "D" only after 400 ms, each reply handed over in one read (as a
+// pseudo-terminal does): the poll has repeated "D" meanwhile, the acknowledge phase takes
+// the first reply whole and looks at its first byte only, and the second reply's acknowledge
+// is read as the payload. Kept as it is: the value is right from the next exchange on.
 TEST(LiveReading, ASlowLoggerWhoseReplyComesInOneReadIsReadOutOfStepOnce) {
   sim::LoggerConfig c = SteadyLogger(18, 120, 25);
   c.turnaround = 0.4;
@@ -90,9 +84,8 @@ TEST(LiveReading, ASlowLoggerWhoseReplyComesInOneReadIsReadOutOfStepOnce) {
   auto byteWise = t.transport.peer;
   t.transport.peer = [byteWise](const std::string& bytes, double now, int baud, int stopBits) {
     std::vector<testing::TimedReply> out = byteWise(bytes, now, baud, stopBits);
-    if (out.size() == 3) {
+    if (out.size() == 3)
       for (testing::TimedReply& r : out) r.atSeconds = out.back().atSeconds;
-    }
     return out;
   };
   std::vector<std::string> readings = Readings(t, 20000);

@@ -58,8 +58,9 @@ TEST(Soak, ADayOfALoggerThatComesAndGoesWithADownloadEveryHour) {
     t.transport.written.clear();
     t.ui.messages.clear();
     t.ui.modals.clear();
+    const std::size_t samples = t.fw().Samples().capacity() + t.truth.samples.capacity();
     farEnd = static_cast<double>(t.line.Commands().capacity() * sizeof(sim::LineCommand) +
-                                 (t.fw().Samples().capacity() + t.truth.samples.capacity()) * sizeof(sim::TakenSample) +
+                                 samples * sizeof(sim::TakenSample) +
                                  t.truth.stored.capacity() * sizeof(std::size_t));
     const double heap = static_cast<double>(mallinfo2().uordblks) - farEnd;
     // By the end of the second hour the logger's memory is full and the record has its

@@ -1,27 +1,21 @@
 // Seeded downloads from the emulated logger in virtual time, each with one fault on the
 // wire. Every run must end with a record that is the logger's own, byte for byte of its
-// header and block (else it is wrong), once the fault has cleared (else it is stuck).
+// header and block (else "wrong"), once the fault has cleared (else "stuck").
 // QUILLET_FAULT_RUNS=1000 runs a longer campaign; QUILLET_FAULT_SEED starts at another seed.
+// Twenty unanswered header requests end in the loss message and the port dialog, where the
+// user here picks the port again ("asked").
 //
-// What the link does about them: the watchdog's end of a header or live attempt clears a
-// reply cut short; during a download the header's own silence decides that the logger is
-// at the other speed; a header request waits until the last live reply has had time to
-// land; twenty unanswered header requests end in the loss message and the port dialog,
-// where the user here picks the port again ("asked").
-//
-// Kept as they are and counted apart ("unseen"), having no checksum or length to show them:
-// a byte lost or doubled inside the first 22 bytes of a header or the announced length of
-// a block, where the reply still reaches the awaited length (a two-byte logger sends bytes
-// beyond its 22; a logger sends the samples it took since its header beyond the block).
-// Noise never holds the acknowledge 0x04, which any reader would take as one. Such a
-// garbled header may fault in its decoding, which ends the window program ("ended").
+// Counted apart ("unseen"), having no checksum or length on the wire to show them: a byte
+// lost or doubled inside the awaited length of a header or block while the reply still
+// reaches it (a two-byte logger sends bytes beyond its 22; a logger sends the samples it
+// took since its header beyond the block). Such a garbled header may fault in its decoding,
+// which ends the window program ("ended"). Noise never holds the acknowledge 0x04.
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdlib>
 #include <map>
 #include <random>
-#include <sstream>
 
 #include "link/link_supervision.h"
 #include "link/scenario.h"
@@ -47,12 +41,6 @@ struct Plan {
   double where;       // byte faults: where in the reply, 0..1
   int count;          // noise: how many bytes
   bool Spans() const { return kind == FaultKind::Silence || kind == FaultKind::Vanish; }
-  std::string Describe() const {
-    std::ostringstream o;
-    o << kKindNames[kind] << ", model " << model << " at " << baud << " bit/s, " << elapsed
-      << " s recorded, from " << startAfter << " s for " << span << " s, reply " << reply << " at " << where;
-    return o.str();
-  }
 };
 
 Plan Draw(std::uint32_t seed) {
@@ -119,11 +107,7 @@ class Campaign {
     const double clears = start_ + plan_.startAfter + plan_.span;
     while (t_.sched.now_ms() / 1000.0 < clears + 900 && t_.ui.fatal.empty() && records_ == 0) t_.Run(500);
     if (records_ == 0) {
-      const LinkState& L = t_.s().link;
-      why = "no record: mode " + std::to_string(L.LinkMode.Value()) + ", phases " +
-            std::to_string(L.HeaderPhase) + std::to_string(L.BlockPhase) + std::to_string(L.LivePhase) +
-            ", " + std::to_string(t_.ui.fatal.size()) + " fatal, messages " +
-            (t_.ui.messages.empty() ? "none" : t_.ui.messages.back().text);
+      why = "no record, link mode " + std::to_string(t_.s().link.LinkMode.Value());
       return !t_.ui.fatal.empty() && unseen_ ? kEnded : kStuck;
     }
     if (Right()) return kRight;
@@ -135,11 +119,8 @@ class Campaign {
 
  private:
   static sim::LoggerConfig Config(const Plan& p) {
-    sim::LoggerConfig c;
-    c.modelCode = p.model;
+    sim::LoggerConfig c = testing::SteadyLogger(p.model, p.elapsed, 0, p.baud);
     c.serial = 4000 + p.model;
-    c.baud = p.baud;
-    c.elapsedAtStart = p.elapsed;
     c.signal = {sim::SignalKind::Sine, p.model >= 64 ? 150.0 : (p.model == 17 ? 22.0 : 60.0),
                 p.model >= 64 ? 40.0 : 10.0, 400};
     return c;
@@ -160,11 +141,8 @@ class Campaign {
     }
     if (start_ <= 0) return out;
     if (plan_.Spans()) {  // bytes that would arrive during a silence are lost
-      std::vector<TimedReply> kept;
-      for (const TimedReply& r : out) {
-        if (!Active(r.atSeconds)) kept.push_back(r);
-      }
-      return kept;
+      std::erase_if(out, [this](const TimedReply& r) { return Active(r.atSeconds); });
+      return out;
     }
     const char letter = bytes.size() >= 2 ? bytes.back() : 0;
     if (plan_.kind == FaultKind::LiveRace) {
@@ -221,21 +199,14 @@ class Campaign {
     std::string block = r.BlockData;
     if (block.size() >= 2) block.resize(block.size() - 2);
     const int n = static_cast<int>(r.RecordSampleCount.Value());
+    why = "the decoded header is none the logger sent";
     for (const auto& [header, held] : answers_) {
       if (header != decoded_) continue;
-      why = "the header is the logger's but the block has " + std::to_string(block.size()) + " bytes, want " +
-            std::to_string(held.size()) + ", and " + std::to_string(n) + " samples";
-      if (held != block || static_cast<std::size_t>(n) * (plan_.model >= 64 ? 2 : 1) != block.size())
-        return false;
-      for (int i = 1; i <= n; ++i) {
-        if (r.FullValues[i].IsEmpty()) {
-          why = "sample " + std::to_string(i) + " has no value";
-          return false;
-        }
-      }
-      return true;
+      why = "the header is the logger's, but not the block or " + std::to_string(n) + " samples";
+      bool valued = static_cast<std::size_t>(n) * (plan_.model >= 64 ? 2 : 1) == block.size();
+      for (int i = 1; i <= n; ++i) valued = valued && !r.FullValues[i].IsEmpty();
+      return held == block && valued;
     }
-    why = "the decoded header is none the logger sent";
     return false;
   }
 
@@ -253,10 +224,7 @@ class Campaign {
 // never come. The next header request must still go out at the same speed: a download
 // asked for afterwards completes without the link giving up the logger's speed.
 TEST(CutHeader, TheNextHeaderRequestGoesOutAndTheDownloadCompletesAtTheSameSpeed) {
-  sim::LoggerConfig c;
-  c.modelCode = 17;
-  c.elapsedAtStart = 400;
-  testing::EmulatedLoggerApp t(c);
+  testing::EmulatedLoggerApp t(testing::SteadyLogger(17, 400));
   auto inner = t.transport.peer;
   bool cut = false;
   t.transport.peer = [&](const std::string& bytes, double now, int baud, int stop) {
@@ -285,8 +253,8 @@ TEST(WireFaultCampaign, EveryDownloadGivesTheLoggersOwnRecordOnceTheFaultHasClea
     Campaign c(plan);
     const Result result = c.Run();
     if (result == kWrong || result == kStuck) {
-      ADD_FAILURE() << "seed " << seed << " (" << plan.Describe() << "): " << kResultNames[result] << ": "
-                    << c.why;
+      ADD_FAILURE() << "seed " << seed << " (" << kKindNames[plan.kind] << ", model " << plan.model
+                    << "): " << kResultNames[result] << ": " << c.why;
     }
     for (auto* k : {&all, &byKind[kKindNames[plan.kind]]}) {
       ++(*k)[result];

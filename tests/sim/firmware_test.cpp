@@ -35,14 +35,10 @@ TEST(FirmwareHeader, LayoutOneCarriesMarksClockStatusModelCounterAndRange) {
   LoggerConfig c = Config(18, 1000 * kTick, {SignalKind::Steps, 20, 50, 100 * kTick}, 1);  // no half fill yet
   c.serial = 0x1234;
   const Bytes expected = {
-      0x01,                    // memory size code
-      0x34, 0x12,              // serial, low byte first
-      0xF4, 0x01, 0x2C, 0x01,  // marks 500, 300 (newest first)
-      0x64, 0x00, 0xFF, 0xFF,  // mark 100, no fourth mark
-      0xE8, 0x03, 0x00, 0x00,  // 1000 ticks
-      0x00, 18,                // status, model
-      0xE8, 0x03, 0x00, 0x00,  // counter 1000
-      0x03,                    // range code 3
+      0x01, 0x34, 0x12,                                // memory size code, serial (low byte first)
+      0xF4, 0x01, 0x2C, 0x01, 0x64, 0x00, 0xFF, 0xFF,  // marks 500, 300, 100 (newest first), none
+      0xE8, 0x03, 0x00, 0x00, 0x00, 18,                // 1000 ticks, status, model
+      0xE8, 0x03, 0x00, 0x00, 0x03,                    // counter 1000, range code 3
   };
   EXPECT_EQ(Firmware(c).Header(), expected);
 }
@@ -54,12 +50,10 @@ TEST(FirmwareHeader,
   c.extraLayout2Bytes = 3;
   Firmware fw(c);
   const Bytes expected = {
-      0x02, 0x07, 0x00,                    // memory size code, serial
-      0,    0,    0,    0,    0,    0, 0,  // positions 4..10 unused
-      0xB8, 0x0B, 0x00, 0x00,              // 3000 ticks
-      0x00, 0x00, 65,                      // status, -, model
-      0xB8, 0x0B, 0x00, 0x00, 0x00,        // counter 3000
-      0x00, 0x00, 0x00,                    // extra bytes
+      0x02, 0x07, 0x00, 0, 0, 0, 0, 0, 0, 0,  // memory size code, serial, positions 4..10 unused
+      0xB8, 0x0B, 0x00, 0x00, 0x00, 0x00, 65,  // 3000 ticks, status, -, model
+      0xB8, 0x0B, 0x00, 0x00, 0x00,            // counter 3000
+      0x00, 0x00, 0x00,                        // extra bytes
   };
   EXPECT_EQ(fw.Header(), expected);
   const Bytes block = fw.Block();
