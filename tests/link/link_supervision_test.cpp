@@ -109,8 +109,8 @@ TEST(LinkSupervision, AnUnansweredBlockIsRestartedAfterThreeSecondsOrItsTimeLimi
     }
     t.Run(1000);
     // Restarted: the header is read again, and nobody is asked about unsaved data.
-    EXPECT_EQ(std::tuple(L.HeaderRead, L.SkipSavePrompt.Value(), L.DownloadActive), std::tuple(0, 0, 1));
-    EXPECT_TRUE(t.ui.messages.empty());
+    EXPECT_EQ(std::tuple(L.HeaderRead, L.SkipSavePrompt.Value(), L.DownloadActive, t.ui.messages.size()),
+              std::tuple(0, 0, 1, 0u));
   }
 }
 
@@ -132,8 +132,7 @@ TEST(LinkSupervision, TwentyUnansweredHeaderRequestsGiveUpTheLoggerAndOpenThePor
   const MessageRequest& m = t.ui.messages[0];
   EXPECT_EQ(std::tuple(m.text, m.title, m.icon),
             std::tuple("en86\nen87\nen158", "en159", MsgIcon::Exclamation));
-  EXPECT_GE(t.ui.beeps, 1);
-  EXPECT_TRUE(portDialogShown && !t.app->port.PortOpen());
+  EXPECT_TRUE(t.ui.beeps >= 1 && portDialogShown && !t.app->port.PortOpen());
   EXPECT_EQ(t.s().link.PortChosen.Value() + t.s().link.LinkMode.Value() + t.s().link.HeaderRetries, 0);
   const std::size_t sent = t.transport.written.size();
   t.Run(5000);

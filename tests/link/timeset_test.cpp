@@ -31,9 +31,6 @@ void OpenFromMenuAt(testing::TestApp& t, DateTime shown, const std::function<voi
   t.ui.onModal = [user](DialogId) { user(); };
   t.Do(MnuSetTime);
 }
-DateTime At(int y, int mo, int d, int h = 12, int mi = 0, int s = 0) {
-  return MakeDateTime({y, mo, d, h, mi, s});
-}
 
 // The emulated logger found by the live poll at 2 s, then its header read.
 struct WithLogger : testing::EmulatedLoggerApp {
@@ -42,7 +39,7 @@ struct WithLogger : testing::EmulatedLoggerApp {
 
 TEST(Timeset, EachUpDownWrapsItsOwnPartNeverCarriesIntoAnotherAndOkRefusesAYearBeforeOneHundred) {
   StartedApp t;
-  OpenFromMenuAt(t, At(2026, 11, 21, 12, 0, 0), [&] {
+  OpenFromMenuAt(t, MakeDateTime({2026, 11, 21, 12, 0, 0}), [&] {
     // part, clicks, what the part then reads
     const struct {
       int part, clicks;
@@ -68,7 +65,7 @@ TEST(Timeset, FebruaryHasTwentyNineDaysInEveryFourthYearCountedWhenTheDialogOpen
   StartedApp t;
   for (auto [year, up, last] :
        {std::tuple{2024, 0, "29"}, {2023, 0, "28"}, {2100, 0, "29"}, {2024, 1, "29"}}) {
-    OpenFromMenuAt(t, At(year, 2, 1), [&] {
+    OpenFromMenuAt(t, MakeDateTime({year, 2, 1, 12, 0, 0}), [&] {
       Step(t, kYear, up);  // stepping the year changes nothing until the next opening
       Step(t, kDay, -1);
       EXPECT_EQ(Text(t, kDay), last) << year << " " << up;
@@ -80,7 +77,7 @@ TEST(Timeset, FebruaryHasTwentyNineDaysInEveryFourthYearCountedWhenTheDialogOpen
 TEST(Timeset, TheDialogsClockRunsWithCarriesAndCutsAHandSteppedDayBack) {
   StartedApp t;
   const FrmTimesetView& d = t.app->v.frmTimeset;
-  OpenFromMenuAt(t, At(2026, 12, 31, 23, 59, 59), [&] {
+  OpenFromMenuAt(t, MakeDateTime({2026, 12, 31, 23, 59, 59}), [&] {
     t.Run(1000);
     std::string parts;
     for (int p = kMonth; p <= kSecond; ++p) parts += Text(t, p) + " ";
@@ -89,12 +86,12 @@ TEST(Timeset, TheDialogsClockRunsWithCarriesAndCutsAHandSteppedDayBack) {
     t.Do(TimesetCancel);
   });
   t.Do(MnuUsa);
-  OpenFromMenuAt(t, At(2026, 2, 28, 23, 59, 59), [&] {
+  OpenFromMenuAt(t, MakeDateTime({2026, 2, 28, 23, 59, 59}), [&] {
     t.Run(1000);
     EXPECT_EQ(d.Label7.caption, "en104  1,  2026");
     t.Do(TimesetCancel);
   });
-  OpenFromMenuAt(t, At(2026, 1, 31, 8, 0, 0), [&] {
+  OpenFromMenuAt(t, MakeDateTime({2026, 1, 31, 8, 0, 0}), [&] {
     Step(t, kMonth, 1);
     EXPECT_EQ(Text(t, kDay), "31");  // the steps themselves never carry
     t.Run(1000);
