@@ -126,8 +126,7 @@ void ExpectAskedNothingButTheClock(const EmulatedLoggerApp& t) {
 }
 
 auto Figures(EmulatedLoggerApp& t) {
-  const SampleRecord& r = t.s().record;
-  return std::tuple(r.FullMin.Value(), r.FullMax.Value(), r.RecordUnitText);
+  return std::tuple(t.s().record.FullMin.Value(), t.s().record.FullMax.Value(), t.s().record.RecordUnitText);
 }
 
 std::size_t WrittenBetween(const EmulatedLoggerApp& t, char letter, double fromMs, double toMs) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -13,9 +14,7 @@ namespace {
 
 std::vector<std::string> Words(const std::string& line) {
   std::istringstream in(line);
-  std::vector<std::string> words;
-  for (std::string w; in >> w;) words.push_back(w);
-  return words;
+  return {std::istream_iterator<std::string>(in), {}};
 }
 
 TEST(SimOptions, DurationsTakeSecondsMinutesHoursDaysWeeksMonthsAndYears) {
