@@ -379,7 +379,7 @@ TEST(Download, ALayoutTwoLoggerStartedRightAfterTheHeaderGivesEverySampleItsValu
                {66, 4800, 0, "T Thermocouple"},
                {65, 4800, 0.25, "K Thermocouple"}};
   for (const auto& k : cases) {
-    SCOPED_TRACE(k.model);
+    SCOPED_TRACE(std::to_string(k.model) + " at " + std::to_string(k.baud));
     const sim::LoggerConfig c = SteadyLogger(k.model, 300, 87.25, k.baud);  // exact in sixteenths
     EmulatedLoggerApp t(c, testing::AtSpeed(k.baud));
     if (k.leftOverScale != 0) t.s().logger.ScaleByte = k.leftOverScale;
