@@ -1,6 +1,5 @@
 // The views around a drawing of the graph (where the picture itself is held against
-// reference images by the render tests), the panel of the connected logger, Describe and
-// the clipboard copy.
+// reference images by the render tests), the panel of the connected logger and Describe.
 #include "graph/draw_graph.h"
 
 #include <gtest/gtest.h>
@@ -106,9 +105,8 @@ TEST(Describe, OkStoresTheEditsCutToTheirLimitsWithQuotesAsBlanksAndMarksTheReco
   EXPECT_EQ(r.RecordIdent + r.RecordRemarks + r.RecordLocation,
             umlauts.substr(0, 80) + std::string(1024, 'r') + std::string(40, 'l'));
   EXPECT_EQ(r.RecordText4 + "|" + r.RecordText6 + "|" + r.RecordStats, "a b| c |Max =  1 ");
-  EXPECT_EQ(r.RecordSaved.Value(), 0);
-  EXPECT_EQ(t.w().Label16.caption, "en67");
-  EXPECT_EQ(t.w().Label16.foreColor, kYellow);
+  EXPECT_EQ(std::tuple(r.RecordSaved.Value(), t.w().Label16.caption, t.w().Label16.foreColor),
+            std::tuple(0, "en67", kYellow));
 }
 
 TEST(Describe, OkWithoutChangesCountsOnlyAfterAnEarlierChangeAndUntilCancelClearsIt) {
@@ -121,23 +119,12 @@ TEST(Describe, OkWithoutChangesCountsOnlyAfterAnEarlierChangeAndUntilCancelClear
   EXPECT_EQ(r.RecordSaved.Value(), 0);
   Annotate(t, [](DescribeView& d) { d.Text1.caption = "lost"; }, false);
   Annotate(t);
-  EXPECT_EQ(r.RecordTitle, "New");
-  EXPECT_EQ(r.RecordSaved.Value(), 1);
+  EXPECT_EQ(std::pair(r.RecordTitle, r.RecordSaved.Value()), std::pair(std::string("New"), 1.0));
   // A text over its limit counts as changed at every OK: the stored 40 characters differ.
   Annotate(t, [](DescribeView& d) { d.Text2.caption = std::string(50, 'x'); });
   Annotate(t, nullptr, false);
   Annotate(t, [](DescribeView& d) { d.Text2.caption = std::string(50, 'x'); });
   EXPECT_EQ(r.RecordSaved.Value(), 0);
-}
-
-TEST(GraphToClipboard, WithoutACompleteRecordTheUserIsToldInstead) {
-  GraphApp t;
-  t.s().link.DownloadPercent = 40;
-  t.Do(CopyGraphToClipboard);
-  EXPECT_EQ(t.ui.clipboardCopies, 0);
-  ASSERT_EQ(t.ui.messages.size(), 1u);
-  EXPECT_EQ(t.ui.messages[0].text + "|" + t.ui.messages[0].title, "No Graph to Copy.  Download First|en54");
-  EXPECT_EQ(t.ui.messages[0].icon, MsgIcon::Information);
 }
 
 }  // namespace

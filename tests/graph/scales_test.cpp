@@ -28,9 +28,11 @@ TEST(Scales, ValuesOnTheBoundOfARowBelongToTheLowerRow) {
     EXPECT_EQ(PickTimeTick(span).seconds, seconds) << "span " << span;
   // Flat unzoomed graphs span ten units, a flat zoomed range one; an axis of data that
   // never dips under zero stays at zero.
-  for (auto [lo, hi, widen, range, step, bottom, top] :
-       {std::tuple{20.0, 20.0, 10.0, 10.0, 1.0, 15.0, 26.0}, {0, 0, 10, 10, 1, 0, 6}, {12, 36, 0, 24, 2, 12, 38},
-        {5, 5, 0, 1, 0.1, 4.5, 5.6}, {-3, 7, 0, 10, 1, -3, 8}}) {
+  for (auto [lo, hi, widen, range, step, bottom, top] : {std::tuple{20.0, 20.0, 10.0, 10.0, 1.0, 15.0, 26.0},
+                                                         {0, 0, 10, 10, 1, 0, 6},
+                                                         {12, 36, 0, 24, 2, 12, 38},
+                                                         {5, 5, 0, 1, 0.1, 4.5, 5.6},
+                                                         {-3, 7, 0, 10, 1, -3, 8}}) {
     const ValueScale v = PickValueScale(lo, hi, widen);
     ExpectNear({v.range, v.tickStep, v.axisBottom, v.axisTop}, {range, step, bottom, top});
   }
@@ -41,12 +43,14 @@ TEST(Scales, TimeLabelsAreMonthFirstOnlyInTheUsStyleAndTheAxisStartsOnARoundCloc
   f.FmtHourMinute = "h:mm";
   f.FmtHour = "   hh";
   f.DateStyle = "US";
-  EXPECT_EQ(TimeLabelPattern(TimeLabelKind::Date, f) + TimeLabelPattern(TimeLabelKind::Hour, f), "mm/dd   hh");
+  using Kind = TimeLabelKind;
+  EXPECT_EQ(TimeLabelPattern(Kind::Date, f) + TimeLabelPattern(Kind::Hour, f), "mm/dd   hh");
   f.DateStyle = "Eur";
-  EXPECT_EQ(TimeLabelPattern(TimeLabelKind::Date, f) + TimeLabelPattern(TimeLabelKind::HourMinute, f), "dd/mmh:mm");
+  EXPECT_EQ(TimeLabelPattern(Kind::Date, f) + TimeLabelPattern(Kind::HourMinute, f), "dd/mmh:mm");
   const double first = 46347 + (10 * 3600 + 17 * 60 + 23) / 86400.0;  // 21/11/26 10:17:23
   const TimeAxis a = PickTimeAxis(first, first + 2000 / 86400.0, 600 / 86400.0);
-  EXPECT_EQ(FormatDateTime(a.start, "hh:mm:ss") + " " + FormatDateTime(a.end, "hh:mm:ss"), "10:10:00 11:00:00");
+  EXPECT_EQ(FormatDateTime(a.start, "hh:mm:ss") + " " + FormatDateTime(a.end, "hh:mm:ss"),
+            "10:10:00 11:00:00");
   EXPECT_EQ(a.ticks, 5);
   EXPECT_EQ(CountTimeAxis(10, 10, 0.5).ticks, 0);  // a last time on the start: no intervals
   EXPECT_EQ(testing::FaultOf([] { CountTimeAxis(0, 1e6, 1); }), 6);
@@ -72,7 +76,7 @@ TEST(ClipSegment, ToThePlotFromY100To300) {
   };
   for (const auto& c : cases) {
     Segment s = c.in;
-    ASSERT_EQ(ClipSegment(s, 100, 200), c.kept) << c.in.x1 << "," << c.in.y1 << " " << c.in.x2 << "," << c.in.y2;
+    ASSERT_EQ(ClipSegment(s, 100, 200), c.kept) << "case " << &c - cases;
     if (c.kept) ExpectNear({s.x1, s.y1, s.x2, s.y2}, {c.out.x1, c.out.y1, c.out.x2, c.out.y2});
   }
 }

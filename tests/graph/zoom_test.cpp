@@ -41,9 +41,8 @@ TEST(Zoom, ADragEitherWayCutsTheShownSamplesToTheSelection) {
     ExpectNear(t.Shown(), {41, 30, 80});  // samples 20 to 60
     EXPECT_TRUE(r.ShownTimes[1] == r.FullTimes[20] && r.ShownTimes[41] == r.FullTimes[60]) << leftwards;
     // The zoom copy is single precision; the whole record keeps its doubles.
-    EXPECT_EQ(r.ShownValues[1].Value(), static_cast<double>(19.1f));
-    EXPECT_EQ(r.FullValues[20].Value(), 19.1);
-    EXPECT_EQ(r.FullSampleCount, 101);
+    EXPECT_EQ(std::tuple(r.ShownValues[1].Value(), r.FullValues[20].Value(), r.FullSampleCount.Value()),
+              std::tuple(static_cast<double>(19.1f), 19.1, 101));
     EXPECT_EQ(t.g().GraphZoomed + t.s().files.DisplayedSaved, 1);
     EXPECT_EQ(t.On(), " Command2 mnuSaveTXT Label14 Label16 Label17 ProgressBar1");
   }
@@ -126,9 +125,8 @@ TEST(Zoom, ZoomingTwiceThenUnzoomingBringsTheWholeRecordBackInOneStep) {
       ASSERT_EQ(r.ShownTimes[i], r.FullTimes[i]);
     }
     EXPECT_EQ(t.g().GraphZoomed + t.s().files.DisplayedSaved + t.w().Command2.enabled, 0);
-    EXPECT_EQ(t.w().Label16.caption, saved ? "en62" : "en67");
-    EXPECT_EQ(t.w().Label16.foreColor, saved ? kGreen : kYellow);
-    EXPECT_EQ(t.w().mnuSaveTXT.enabled, !saved);
+    EXPECT_EQ(std::tuple(t.w().Label16.caption, t.w().Label16.foreColor, t.w().mnuSaveTXT.enabled),
+              std::tuple(saved ? "en62" : "en67", saved ? kGreen : kYellow, !saved));
     t.Draw();
     t.DragMinutes(20, 30, 60, 80);
   }
@@ -145,13 +143,15 @@ TEST(Zoom, PlacesOnThePlotGiveTimesValuesAndIndexesAndTheRectangleAndReadoutFoll
   t.Down(500, 500);
   EXPECT_TRUE(w.Shape1.visible);
   // From the anchor, and out of the plot.
-  for (auto [x, y, box] : {std::tuple{300, 700, Box{300, 500, 200, 200}}, {980, 100, Box{500, 100, 480, 400}}}) {
+  for (auto [x, y, box] :
+       {std::tuple{300, 700, Box{300, 500, 200, 200}}, {980, 100, Box{500, 100, 480, 400}}}) {
     t.Move(1, x, y);
     ExpectNear({w.Shape1Box.left, w.Shape1Box.top, w.Shape1Box.width, w.Shape1Box.height},
                {box.left, box.top, box.width, box.height});
   }
   t.Move(0, t.X(60), t.Y(55));
-  EXPECT_EQ(testing::Captions({&w.Label25, &w.Label9, &w.Label10, &w.Label12}), "21/11/26|13:00:00|55.0|degC");
+  EXPECT_EQ(testing::Captions({&w.Label25, &w.Label9, &w.Label10, &w.Label12}),
+            "21/11/26|13:00:00|55.0|degC");
   EXPECT_TRUE(w.Label25.visible && w.Label9.visible && w.Label10.visible && w.Label12.visible);
   t.Move(0, 100, t.Y(55));
   EXPECT_FALSE(w.Label25.visible || w.Label9.visible || w.Label10.visible || w.Label12.visible);

@@ -1,8 +1,8 @@
-// Printouts as numbers (where the reference page of the print tests holds the layout): the
-// data table's lines, the graph page's statistics and annotation, the wrapping of the
-// description, and every road to the ending.
+// Printouts as numbers (a reference page holds the layout): the data table's lines, the graph
+// page's statistics and annotation, the wrapping of the description, and every road to the end.
 #include <gtest/gtest.h>
 
+#include "graph/annotation.h"
 #include "printing/print_data.h"
 #include "printing/print_graph.h"
 #include "printing/recording_printer.h"
@@ -48,11 +48,12 @@ TEST(PrintData, TheHeadingAndARowAreWrittenAsOneLineEachInTheRecordsNumberFormat
   const auto lines = t.printer.Only("textline");
   ASSERT_EQ(lines.size(), 102u);
   EXPECT_EQ(lines[0].text, std::string(11, ' ') + "Cellar" + std::string(187, ' ') + "page  1 ");
-  EXPECT_EQ(lines[1].text, "");
-  EXPECT_EQ(lines[2].text, std::string(33, ' ') + "21/11/26 12:00:00  1.00 degC     21/11/26 13:40:00  101.00 degC     ");
+  EXPECT_EQ(lines[2].text,
+            std::string(33, ' ') + "21/11/26 12:00:00  1.00 degC     21/11/26 13:40:00  101.00 degC     ");
   EXPECT_EQ(lines[52].text, std::string(33, ' ') + "21/11/26 12:50:00  51.00 degC     ");
-  ExpectNear({lines[0].x1, lines[1].y1}, {0, 120});  // one line of six points further down
-  EXPECT_EQ(lines[2].font, "arial 6");
+  // An empty line of six points under the heading.
+  EXPECT_EQ(std::tuple(lines[1].text, lines[0].x1, lines[1].y1, lines[2].font),
+            std::tuple("", 0, 120, "arial 6"));
   // A table longer than a page: five full columns, a new page, and the rest on page 2.
   PrintApp longer;
   FillNumbered(longer, 550);
@@ -64,9 +65,10 @@ TEST(PrintData, TheHeadingAndARowAreWrittenAsOneLineEachInTheRecordsNumberFormat
   EXPECT_EQ(all[102].y1, 0);  // the new page starts at its top
   EXPECT_EQ(all.back().text, std::string(33, ' ') + "21/11/26 21:09:00  550 degC     ");
   EXPECT_EQ(longer.printer.endDocs, 1);
-  for (auto [code, format] : {std::pair{1.0, "##0.0"}, {11, "##0.0"}, {30, "##0.0"}, {28, "#0.00"}, {31, "###0.0"},
-                              {0, ""}, {7.5, ""}, {12, ""}})
-    EXPECT_EQ(DataValueFormat(code), format) << code;
+  // The number format of each model: the codes without one print plain numbers.
+  for (double code : {1.0, 11.0, 30.0}) EXPECT_EQ(DataValueFormat(code), "##0.0") << code;
+  for (double code : {0.0, 7.5, 12.0}) EXPECT_EQ(DataValueFormat(code), "") << code;
+  EXPECT_EQ(DataValueFormat(28) + "|" + DataValueFormat(31), "#0.00|###0.0");
 }
 
 TEST(PrintData, OnAZoomedGraphPrintOptChoosesTheWholeRecordOrTheShownPart) {
@@ -77,7 +79,8 @@ TEST(PrintData, OnAZoomedGraphPrintOptChoosesTheWholeRecordOrTheShownPart) {
     FillNumbered(t, 300);
     SampleRecord& r = t.s().record;
     r.RecordSampleCount = 50;
-    for (long i = 1; i <= 50; ++i) r.ShownTimes[i] = r.FullTimes[i + 100], r.ShownValues[i] = r.FullValues[i + 100];
+    for (long i = 1; i <= 50; ++i)
+      r.ShownTimes[i] = r.FullTimes[i + 100], r.ShownValues[i] = r.FullValues[i + 100];
     t.g().GraphZoomed = 1;
     t.ui.onModal = [&t, button = button](DialogId) {
       EXPECT_TRUE(t.app->v.PrintOpt.visible);
@@ -105,17 +108,17 @@ TEST(PrintGraph, YesAddsIdentLocationAndTheDescriptionToTheStatisticsWhereNoLeav
     // A thick frame, thin grid lines and a thick dark red trace; thin again at the end.
     std::vector<int> widths;
     for (const auto& l : p.Only("line", kDefaultColor)) widths.push_back(l.width);
-    EXPECT_EQ(widths, (std::vector<int>{4, 4, 4, 4, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}));
+    EXPECT_EQ(widths,
+              (std::vector<int>{4, 4, 4, 4, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}));
     const auto trace = p.Only("line", kDarkRed);
     EXPECT_EQ(trace.size() * 100 + trace.at(0).width * 10 + p.width, 941u);
     // Six labels of time, twelve of value, the unit and six statistics; with Yes the ident,
     // the location, and the description in two lines under the title.
-    const auto texts = p.Only("text");
-    const auto lines = p.Only("textline");
-    EXPECT_EQ(texts.size(), answer == MsgAnswer::Yes ? 27u : 25u);
-    EXPECT_EQ(texts[24].text, "en14820.0");
-    EXPECT_EQ(lines.size(), answer == MsgAnswer::Yes ? 3u : 1u);
-    if (answer == MsgAnswer::Yes) {
+    const auto texts = p.Only("text"), lines = p.Only("textline");
+    const bool yes = answer == MsgAnswer::Yes;
+    EXPECT_EQ(std::tuple(texts.size(), lines.size(), texts.at(24).text),
+              std::tuple(yes ? 27u : 25u, yes ? 3u : 1u, "en14820.0"));
+    if (yes) {
       EXPECT_EQ(texts[25].text + "|" + texts[26].text + "|" + lines[2].text,
                 "North wall|Cellar 2|behind the racks, out of the draught");
     }
@@ -134,30 +137,34 @@ TEST(PrintGraph, AZoomedGraphPrintsTheZoomedPartOnTheAxesOfTheScreen) {
   t.Draw();
   ASSERT_EQ(t.s().record.RecordSampleCount, 41);
   t.Do(PrintGraph);
-  const auto texts = t.printer.Only("text");
-  const std::size_t nTime = t.g().timeLabels.size(), nValue = t.g().valueLabels.size();
-  ASSERT_GE(texts.size(), nTime + nValue);
-  Strings labels;
-  for (std::size_t i = 0; i < nTime + nValue; ++i) labels.push_back(texts[i].text);
-  EXPECT_EQ(Strings(labels.begin(), labels.begin() + nTime), t.g().timeLabels);
-  EXPECT_EQ(Strings(labels.begin() + nTime, labels.end()), t.g().valueLabels);
+  Strings labels = t.g().timeLabels, printed;  // the time labels, then the value labels
+  labels.insert(labels.end(), t.g().valueLabels.begin(), t.g().valueLabels.end());
+  for (const auto& text : t.printer.Only("text")) printed.push_back(text.text);
+  printed.resize(labels.size());
+  EXPECT_EQ(printed, labels);
   const auto trace = t.printer.Only("line", kDarkRed);
   ASSERT_EQ(trace.size(), 40u);
-  for (const auto& seg : trace) EXPECT_EQ(std::min(seg.y1, seg.y2) * 1000 + std::max(seg.y1, seg.y2), 200 * 1000 + 620);
+  for (const auto& seg : trace)
+    EXPECT_EQ(std::min(seg.y1, seg.y2) * 1000 + std::max(seg.y1, seg.y2), 200 * 1000 + 620);
 }
 
-TEST(Printing, WithoutACompleteRecordOrWithCancelAtTheQuestionNothingIsPrinted) {
-  for (auto [command, percent, text] : {std::tuple{&PrintGraph, 50, "No Graph to Print.  Download First|en54"},
-                                        {&PrintData, 99, "No Data to Print.  Open or Download First|en54"},
-                                        {&PrintGraph, 100, "en82|en150"}}) {
+TEST(Printing, WithoutACompleteRecordOrWithCancelAtTheQuestionNothingIsPrintedOrCopied) {
+  const auto info = MsgIcon::Information;
+  for (auto [command, percent, text, icon] :
+       {std::tuple{&PrintGraph, 50, "No Graph to Print.  Download First|en54", info},
+        {&PrintData, 99, "No Data to Print.  Open or Download First|en54", info},
+        {&PrintGraph, 100, "en82|en150", MsgIcon::Question},
+        {&CopyGraphToClipboard, 40, "No Graph to Copy.  Download First|en54", info}}) {
     PrintApp t;
     FillFlat(t);
     t.s().link.DownloadPercent = percent;
     t.ui.answer = [](const MessageRequest&) { return MsgAnswer::Cancel; };
     t.Do(command);
     ASSERT_EQ(t.ui.messages.size(), 1u);
-    EXPECT_EQ(t.ui.messages[0].text + "|" + t.ui.messages[0].title, text);
-    EXPECT_TRUE(t.printer.titles.empty() && t.printer.calls.empty() && t.w().mnuFile.enabled);
+    EXPECT_EQ(std::tuple(t.ui.messages[0].text + "|" + t.ui.messages[0].title, t.ui.messages[0].icon),
+              std::tuple(text, icon));
+    EXPECT_TRUE(t.printer.titles.empty() && t.printer.calls.empty() && t.w().mnuFile.enabled &&
+                t.ui.clipboardCopies == 0);
   }
 }
 
@@ -165,8 +172,7 @@ TEST(Printing, EveryRoadEndsWithTheMenusBackAndTheFunctionMenusHidden) {
   struct Road {
     const char* name;
     void (*command)(App&);
-    int dialogFault;
-    long failAtCall;
+    int dialogFault, failAtCall;
     std::string remarks;
     int fault, endDocs;
     std::size_t calls;
@@ -174,8 +180,8 @@ TEST(Printing, EveryRoadEndsWithTheMenusBackAndTheFunctionMenusHidden) {
   const Road roads[] = {
       {"graph printed", PrintGraph, 0, 0, "short", 0, 1, 61},
       {"graph, the printer fails mid-page", PrintGraph, 0, 10, "short", kFaultPrinter, 0, 9},
-      {"graph, a long run in the description", PrintGraph, 0, 0, "ok " + std::string(120, 'x'), kFaultIllegalCall, 0,
-       61},
+      {"graph, a long run in the description", PrintGraph, 0, 0, "ok " + std::string(120, 'x'),
+       kFaultIllegalCall, 0, 61},
       {"graph, no printer on the system", PrintGraph, -1, 0, "short", kFaultPrinter, 0, 0},
       {"data printed", PrintData, 0, 0, "", 0, 1, 12},
       {"data, the printer fails mid-page", PrintData, 0, 5, "", kFaultPrinter, 0, 4},
@@ -195,17 +201,15 @@ TEST(Printing, EveryRoadEndsWithTheMenusBackAndTheFunctionMenusHidden) {
     std::string notice;
     t.printer.spy = [&](const std::string& op) {
       const Log1View& w = t.w();
-      if (op == "dialog") busyAtDialog = w.busy && !w.mnuFile.enabled && !w.mnuFunc.visible && !w.mnuScale.visible;
+      if (op == "dialog")
+        busyAtDialog = w.busy && !w.mnuFile.enabled && !w.mnuFunc.visible && !w.mnuScale.visible;
       if (op != "dialog" && notice.empty()) notice = w.Label15.caption + std::to_string(w.Label15.foreColor);
     };
     t.Do(road.command);
     EXPECT_EQ(busyAtDialog, road.dialogFault >= 0);
-    if (road.calls > 0) {
-      EXPECT_EQ(notice, "en84" + std::to_string(Rgb(0, 192, 192)));
-    }
-    EXPECT_EQ(t.s().printing.PrintFault, road.fault);
-    EXPECT_EQ(t.printer.endDocs, road.endDocs);
-    EXPECT_EQ(t.printer.calls.size(), road.calls);
+    EXPECT_EQ(notice, road.calls ? "en84" + std::to_string(Rgb(0, 192, 192)) : "");
+    EXPECT_EQ(std::tuple(t.s().printing.PrintFault, t.printer.endDocs, t.printer.calls.size()),
+              std::tuple(road.fault, road.endDocs, road.calls));
     const Log1View& w = t.w();
     EXPECT_FALSE(w.busy || w.Label15.visible || w.mnuFunc.visible || w.mnuScale.visible);
     EXPECT_TRUE(w.mnuFile.enabled && w.mnuPort.enabled && w.mnuDownload.enabled);

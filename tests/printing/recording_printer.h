@@ -74,8 +74,7 @@ class RecordingPrinter : public PrinterSurface {
   double size_ = 10, x_ = 0, y_ = 0;
 };
 
-// A drawn graph of the given values a minute apart from noon, with a printer of a page
-// 1000 by 2000 units to print it on.
+// The graph's application with a printer of a page 1000 by 2000 units.
 struct PrintApp : GraphApp {
   PrintApp() { platform->printer = &printer; }
   RecordingPrinter printer;

@@ -3,9 +3,6 @@
 // option and field is at least the size its text needs, with no two of them overlapping.
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenuBar>
 
 #include "log1/language.h"
@@ -26,15 +23,13 @@ void ExpectLaidOut(QWidget* top, const std::string& name) {
   for (QWidget* w : top->findChildren<QWidget*>()) {
     if (!IsControl(w) || !w->isVisibleTo(top) || w->objectName().isEmpty()) continue;
     shown.push_back(w);
-    const auto* label = qobject_cast<const QLabel*>(w);
-    const auto* button = qobject_cast<const QAbstractButton*>(w);
-    const auto* edit = qobject_cast<const QLineEdit*>(w);
-    const QString text = label ? label->text() : button ? button->text() : edit->text();
-    if (text.isEmpty()) continue;  // an arrow or a picture: nothing to cut
-    const bool wraps = label && label->wordWrap();
+    const QString text = w->property("text").toString();  // of a label, a button or a field
+    if (text.isEmpty()) continue;                         // an arrow or a picture: nothing to cut
+    const bool wraps = w->property("wordWrap").toBool();  // of a label
     // A field needs room for what it holds; the others for their size hint.
-    const QSize need =
-        edit ? QSize(w->fontMetrics().horizontalAdvance(text) + 8, w->sizeHint().height()) : w->sizeHint();
+    const QSize need = w->inherits("QLineEdit")
+                           ? QSize(w->fontMetrics().horizontalAdvance(text) + 8, w->sizeHint().height())
+                           : w->sizeHint();
     const int needHeight = wraps ? w->heightForWidth(w->width()) : need.height();
     EXPECT_FALSE((!wraps && w->width() < need.width()) || w->height() < needHeight)
         << name << ": " << w->objectName().toStdString() << " (\"" << text.toStdString() << "\") is "
@@ -51,7 +46,7 @@ void ExpectLaidOut(QWidget* top, const std::string& name) {
 }
 
 TEST(CaptionsFit, EveryWindowAndDialogInEveryLanguage) {
-  WindowProgram p(SettingsText(1, 1, 1200));
+  WindowProgram p(SettingsText());
   p.StartDismissing();  // the unavailable device brings a message and the port dialog
   App& app = *p.app;
   ASSERT_EQ(app.s.lang.LanguageCount, 8);
@@ -63,9 +58,8 @@ TEST(CaptionsFit, EveryWindowAndDialogInEveryLanguage) {
       // The panel's lines as a logger and a record fill them.
       Log1View& w = app.v.log1;
       for (Control* c : {&w.Label5, &w.Label11, &w.Label2, &w.Label3, &w.Label4, &w.Label6, &w.Label15,
-                         &w.Label16, &w.Frame2}) {
+                         &w.Label16, &w.Frame2})
         c->visible = true;
-      }
       w.Label6.caption = LanguageText(app, 63);
       w.Label15.caption = LanguageText(app, 66);
       w.Label16.caption = LanguageText(app, 67);
@@ -80,9 +74,8 @@ TEST(CaptionsFit, EveryWindowAndDialogInEveryLanguage) {
       d->MirrorView();
       d->Opening();
       // Every option and line shows, as it would with the most the dialog can hold.
-      for (QWidget* w : d->findChildren<QWidget*>()) {
+      for (QWidget* w : d->findChildren<QWidget*>())
         if (IsControl(w)) w->setVisible(true);
-      }
       p.window.FitDialog(d);
       d->show();
       QApplication::processEvents();

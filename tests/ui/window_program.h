@@ -1,9 +1,12 @@
 #pragma once
 // Shared set-up of the window and end-to-end tests: the window program on the Qt platform
 // with its files in a fresh folder, a user who answers modal windows, the emulator as a
-// process on a pseudo-terminal, and runs of quillet-cli.
+// process on a pseudo-terminal, and runs of quillet-cli in a fresh folder.
+#include <gtest/gtest.h>
+
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -25,29 +28,37 @@
 
 namespace quillet {
 
-// logger1.ini with the given port, language and speed, degrees Celsius and US dates.
-inline QString SettingsText(int port, int language, int baud) {
-  return QString::fromStdString(testing::SettingsFileText({port, language, baud, 0, 1, {}, ""}));
-}
-
 namespace testing {
 
+// logger1.ini with COM 1 at 1200 bit/s, the given language, degrees Celsius and US dates.
+inline QByteArray SettingsText(int language = 1) {
+  return QByteArray::fromStdString(SettingsFileText({1, language, 1200, 0, 1, {}, ""}));
+}
+
+inline void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile f(path);
+  ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << path.toStdString();
+  f.write(bytes);
+}
+
+inline QByteArray FileBytes(const QString& path) {
+  QFile f(path);
+  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
 // quillet-sim on a pseudo-terminal reachable through `link`, for as long as it lives.
-class EmulatorProcess {
- public:
+struct EmulatorProcess {
   EmulatorProcess(const QString& link, QStringList args) {
-    process_.start(QUILLET_BIN_DIR "/quillet-sim", args << "--link" << link);
+    process.start(QUILLET_BIN_DIR "/quillet-sim", args << "--link" << link);
     QElapsedTimer t;
     t.start();
     while (!QFile::exists(link) && t.elapsed() < 5000) QThread::msleep(20);
   }
   ~EmulatorProcess() {
-    process_.terminate();
-    process_.waitForFinished(3000);
+    process.terminate();
+    process.waitForFinished(3000);
   }
-
- private:
-  QProcess process_;
+  QProcess process;
 };
 
 struct CliRun {
@@ -56,32 +67,30 @@ struct CliRun {
   double seconds = 0;
 };
 
-inline CliRun RunCli(const QStringList& args, int timeoutMs = 60000) {
+// A run of quillet-cli, killed after a minute.
+inline CliRun RunCli(const QStringList& args) {
   QProcess cli;
   QElapsedTimer t;
   t.start();
   cli.start(QUILLET_BIN_DIR "/quillet-cli", args);
-  CliRun r;
-  if (!cli.waitForFinished(timeoutMs)) {
-    cli.kill();
-    cli.waitForFinished();
-    r.err = "timed out";
-    return r;
-  }
-  r.seconds = t.elapsed() / 1000.0;
-  r.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-  r.out = QString::fromUtf8(cli.readAllStandardOutput());
-  r.err = QString::fromUtf8(cli.readAllStandardError());
-  return r;
+  if (!cli.waitForFinished(60000)) return {-1, "", "timed out"};
+  return {cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1,
+          QString::fromUtf8(cli.readAllStandardOutput()), QString::fromUtf8(cli.readAllStandardError()),
+          t.elapsed() / 1000.0};
 }
+
+// Each command-line test runs in a fresh folder, where the emulator's link is "tty".
+struct CliFolder : ::testing::Test {
+  void SetUp() override { QDir::setCurrent(dir.path()); }
+  void TearDown() override { QDir::setCurrent(QDir::tempPath()); }
+  QTemporaryDir dir;
+  const QString tty = dir.path() + "/tty";
+};
 
 // Cancels a modal window by its Cancel button, or closes it.
 inline void Dismiss(QWidget* w) {
-  if (auto* cancel = w->findChild<QPushButton*>("Command2")) {
-    cancel->click();
-  } else {
-    w->close();
-  }
+  auto* cancel = w->findChild<QPushButton*>("Command2");
+  cancel ? cancel->click() : void(w->close());
 }
 
 // Runs fn on the modal window of the given name once it is up ("" any, every time),
@@ -100,22 +109,14 @@ struct WhenModal {
   bool done = false;
 };
 
-// Cancels (or closes) every modal window that comes up while it lives.
-struct DismissModals : WhenModal {
-  DismissModals() : WhenModal("", Dismiss) {}
-};
-
 // A window program with the shipped language and help files and the settings file given
 // (none when empty) in a fresh folder. COM 1 is a device that does not exist, or with
 // `linked` the pseudo-terminal link "tty" in that folder.
 struct WindowProgram {
-  explicit WindowProgram(const QString& settings = QString(), bool linked = false) {
-    if (!settings.isEmpty()) {
-      QFile f(dir.path() + "/logger1.ini");
-      f.open(QIODevice::WriteOnly);
-      f.write(settings.toUtf8());
-    }
-    qputenv("QUILLET_COM1", linked ? (dir.path() + "/tty").toUtf8() : QByteArray(QUILLET_BIN_DIR "/no-such-device"));
+  explicit WindowProgram(const QByteArray& settings = {}, bool linked = false) {
+    if (!settings.isEmpty()) WriteFile(dir.path() + "/logger1.ini", settings);
+    qputenv("QUILLET_COM1",
+            linked ? (dir.path() + "/tty").toUtf8() : QByteArray(QUILLET_BIN_DIR "/no-such-device"));
     platform = std::make_unique<Platform>(Platform{window, clock, timers, poster, transport,
                                                    FilePlaces{QUILLET_BIN_DIR, dir.path().toStdString()}});
     app = std::make_unique<App>(*platform, Log1Hooks());
@@ -129,7 +130,7 @@ struct WindowProgram {
   }
   // Starts with the missing device's message and the port dialog answered with Cancel.
   void StartDismissing() {
-    DismissModals dismiss;
+    WhenModal dismiss("", Dismiss);
     Start();
   }
   // Runs the event loop until the condition holds or the time is up.
@@ -140,10 +141,6 @@ struct WindowProgram {
     return done();
   }
   QAction* Action(const char* name) { return window.findChild<QAction*>(name); }
-  template <class W>
-  W* Find(const char* name) {
-    return window.findChild<W*>(name);
-  }
   State& s() { return app->s; }
   Log1View& w() { return app->v.log1; }
 
@@ -159,7 +156,7 @@ struct WindowProgram {
 
 }  // namespace testing
 
-using testing::DismissModals;
+using testing::SettingsText;
 using testing::WindowProgram;
 
 }  // namespace quillet

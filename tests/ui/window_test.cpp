@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QClipboard>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
@@ -30,8 +29,7 @@ QStringList Shown(QWidget* w, const QString& prefix, int n) {
   QStringList out;
   for (int i = 1; i <= n; ++i) {
     auto* c = w->findChild<QWidget*>(prefix + QString::number(i));
-    if (auto* l = qobject_cast<QLabel*>(c); l && l->isVisible()) out << l->text();
-    if (auto* b = qobject_cast<QAbstractButton*>(c); b && b->isVisible()) out << b->text();
+    if (c && c->isVisible()) out << c->property("text").toString();
   }
   return out;
 }
@@ -66,13 +64,13 @@ TEST(MainWindow, FirstStartAsksForALanguageWithOkAndNoCancelAndTheWindowFollowsT
 }
 
 TEST(MainWindow, KeysOpenHelpAndARecordAndUnlockCalibrationTheGraphStaysReadableAndClockFieldsKeepInRange) {
-  WindowProgram p(SettingsText(1, 1, 1200));
+  WindowProgram p(SettingsText());
   p.StartDismissing();
   EXPECT_TRUE(!p.Action("mnuSaveTXT")->isEnabled() && p.Action("mnuUsa")->isChecked());
   p.window.activateWindow();
   QTest::keyClick(&p.window, Qt::Key_F1);
-  EXPECT_TRUE(p.window.Help()->isVisible() && p.window.Help()->CurrentFile().endsWith("quillet-en.html"));
-  EXPECT_EQ(p.window.Help()->CurrentAnchor(), "contents");
+  EXPECT_TRUE(p.window.Help()->isVisible() && p.window.Help()->CurrentFile().endsWith("quillet-en.html") &&
+              p.window.Help()->CurrentAnchor() == "contents");
   QStringList seen;
   WhenModal files("", [&](QWidget* w) {  // the user types the record's name
     auto* d = qobject_cast<QFileDialog*>(w);
@@ -88,12 +86,12 @@ TEST(MainWindow, KeysOpenHelpAndARecordAndUnlockCalibrationTheGraphStaysReadable
   EXPECT_EQ(seen, (QStringList{"txt files (*.txt)", "1"}));
   EXPECT_EQ(p.s().record.RecordTitle, "Greenhouse 2");
   EXPECT_EQ(p.s().record.FullSampleCount, 300);
-  auto* high = p.Find<QPushButton>("Command5");
+  auto* high = p.window.findChild<QPushButton*>("Command5");
   EXPECT_FALSE(high->isEnabled());
   p.s().logger.ModelCode = 65;
   QKeyEvent ctrlW(QEvent::KeyPress, Qt::Key_W, Qt::ControlModifier, QString(QChar(23)));
   QApplication::sendEvent(&p.window, &ctrlW);
-  EXPECT_TRUE(high->isEnabled() && p.Find<QPushButton>("Command6")->isEnabled());
+  EXPECT_TRUE(high->isEnabled() && p.window.findChild<QPushButton*>("Command6")->isEnabled());
   EXPECT_EQ(high->text(), "High Cal");
   p.window.resize(557, 300);  // too small to read the graph: the window stays larger, the record drawn
   QApplication::processEvents();
@@ -155,31 +153,27 @@ TEST(ProbeAndProfileDialogs, ShowTheRowsOfTheShippedFileOrOfTheirScaleTakeTheCho
                                 "FX-1500  1500A", "FX-3000  3000A", "FX-6000  6000A", "Clamp-on, 0 to 200 A",
                                 "Clamp-on, 200 to 3000 A", "Flexible coils"}));
   EXPECT_FALSE(p.window.Dialog(DialogId::Func1)->isVisible());
-  EXPECT_EQ(p.s().logger.LiveUnitText + " " + p.Find<QLabel>("Label34")->text().toStdString(),
+  EXPECT_EQ(p.s().logger.LiveUnitText + " " + p.window.findChild<QLabel*>("Label34")->text().toStdString(),
             "A rms CT-500  500A");
   EXPECT_DOUBLE_EQ(p.s().logger.RangeFactor.Value(), 0.4);
-  const struct {
-    DialogId id;
-    QString title;
-    int first, step, rows;
-  } cases[] = {{DialogId::custom, "Custom Scale", 0, 10, 11},
-               {DialogId::input100mv, "100 mV", 0, 10, 11},
-               {DialogId::input10v, "10 Volt", 0, 1, 11},
-               {DialogId::input420, "4 to 20 ma", 4, 1, 17},
-               {DialogId::inputbipo100mv, "bipolar 100 milivolt", -100, 20, 11},
-               {DialogId::inputbipo10mv, "bipolar 10 milivolt", -10, 2, 11}};
-  for (const auto& c : cases) {
-    QStringList seen, want{c.title};
-    for (int i = 0; i < c.rows; ++i) want << QString::number(c.first + c.step * i);
+  for (auto [id, title, first, step, rows] :
+       {std::tuple{DialogId::custom, "Custom Scale", 0, 10, 11},
+        {DialogId::input100mv, "100 mV", 0, 10, 11},
+        {DialogId::input10v, "10 Volt", 0, 1, 11},
+        {DialogId::input420, "4 to 20 ma", 4, 1, 17},
+        {DialogId::inputbipo100mv, "bipolar 100 milivolt", -100, 20, 11},
+        {DialogId::inputbipo10mv, "bipolar 10 milivolt", -10, 2, 11}}) {
+    QStringList seen, want{title};
+    for (int i = 0; i < rows; ++i) want << QString::number(first + step * i);
     WhenModal user("", [&](QWidget* w) {
       const bool saves = w->findChild<QAction*>("mnuSave1")->isVisible();  // not the bipolar ones
       seen << w->windowTitle() << Shown(w, "Label", 17) << Shown(w, "Command", 4) << (saves ? "saves" : "");
       Click(w, "Command2");
     });
-    Dispatch(*p.app, [&] { ShowModal(*p.app, c.id); });
+    Dispatch(*p.app, [&] { ShowModal(*p.app, id); });
     EXPECT_EQ(seen, (want +
-                     QStringList{"OK", "Cancel", "Clear All", c.title.startsWith("bipolar") ? "" : "saves"}));
-    EXPECT_FALSE(p.window.Dialog(c.id)->isVisible());
+                     QStringList{"OK", "Cancel", "Clear All", want[0].startsWith("bipolar") ? "" : "saves"}));
+    EXPECT_FALSE(p.window.Dialog(id)->isVisible());
   }
   for (auto [entry, name] :
        {std::pair{"mnu420sca", "input420"}, {"mnu100sca", "input100mv"}, {"mnu10sca", "input10v"}}) {
@@ -193,8 +187,7 @@ TEST(ProbeAndProfileDialogs, ShowTheRowsOfTheShippedFileOrOfTheirScaleTakeTheCho
     qputenv("QUILLET_PRINT_PDF", pdf.toUtf8());
     d->findChild<QAction*>("mnuPrint")->trigger();
     qunsetenv("QUILLET_PRINT_PDF");
-    QFile f(pdf);
-    const QString bytes = f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : "";
+    const QString bytes = QString::fromLatin1(FileBytes(pdf));
     EXPECT_TRUE(bytes.startsWith("%PDF") && bytes.count(QRegularExpression("/Type\\s*/Page[^s]")) == 1);
     Click(d, "Command3");
     EXPECT_FALSE(d->isVisible() || p.s().profiles.ProfileEntryOnly != 0);
@@ -202,7 +195,7 @@ TEST(ProbeAndProfileDialogs, ShowTheRowsOfTheShippedFileOrOfTheirScaleTakeTheCho
 }
 
 TEST(SerialEndToEnd, ATemperatureLoggerIsFoundItsLiveValueShowsAndOnceGoneAndBackItIsFoundAgain) {
-  WindowProgram p(SettingsText(1, 1, 1200), true);  // COM 1: the link "tty" in its folder
+  WindowProgram p(SettingsText(), true);  // COM 1: the link "tty" in its folder
   const QStringList args{"--model", "17", "--baud", "1200", "--serial", "777", "--elapsed", "2h"};
   auto sim = std::make_unique<EmulatorProcess>(p.dir.path() + "/tty", args);
   Dispatch(*p.app, [&p] { StartProgram(*p.app); });
@@ -224,7 +217,7 @@ TEST(SerialEndToEnd, ATemperatureLoggerIsFoundItsLiveValueShowsAndOnceGoneAndBac
 }
 
 TEST(SerialEndToEnd, ALoggerAtFourThousandEightHundredIsFoundFromTwelveHundred) {
-  WindowProgram p(SettingsText(1, 1, 1200), true);
+  WindowProgram p(SettingsText(), true);
   EmulatorProcess sim(p.dir.path() + "/tty", {"--model", "18", "--baud", "4800"});
   Dispatch(*p.app, [&p] { StartProgram(*p.app); });
   ASSERT_TRUE(p.RunUntil([&] { return p.s().link.LoggerSeen == 1; }, 10000));
@@ -250,7 +243,7 @@ TEST(Clipboard, AnotherProgramReadsTheGraphAsPng) {
     EXPECT_TRUE(child.exitCode() == 0 && out.find("[  PASSED  ] 1 test") != std::string::npos) << out;
     return;
   }
-  WindowProgram p(SettingsText(1, 1, 1200));
+  WindowProgram p(SettingsText());
   p.StartDismissing();
   Dispatch(*p.app, [&] { ReadRecordFile(*p.app, QUILLET_TEST_DATA_DIR "/reference_record.txt"); });
   p.window.Refresh();
@@ -260,7 +253,7 @@ TEST(Clipboard, AnotherProgramReadsTheGraphAsPng) {
   ASSERT_TRUE(p.RunUntil([&] { return xclip.state() == QProcess::NotRunning; }, 20000));
   const QImage image = QImage::fromData(xclip.readAllStandardOutput(), "PNG");
   ASSERT_FALSE(image.isNull()) << xclip.readAllStandardError().toStdString();
-  EXPECT_EQ(image.size(), p.Find<QWidget>("Picture1")->contentsRect().size());
+  EXPECT_EQ(image.size(), p.window.findChild<QWidget*>("Picture1")->contentsRect().size());
   int dark = 0;  // the graph itself, not an empty surface: frame and trace leave dark pixels
   for (int y = 0; y < image.height(); ++y)
     for (int x = 0; x < image.width(); ++x) dark += qGray(image.pixel(x, y)) < 128;
