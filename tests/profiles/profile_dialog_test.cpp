@@ -13,7 +13,8 @@ using Strings = std::vector<std::string>;
 
 TEST(ProfileEntryRule, AcceptsNumbersAndEmptyFieldsAndSilentlyPutsBackAnythingElse) {
   // "1a" fails the character filter; "-" and "1/2" pass it but are no numbers.
-  for (auto [text, accepted] : {std::pair{"-.5", true}, {"", true}, {"1a", false}, {"-", false}, {"1/2", false}}) {
+  for (auto [text, accepted] :
+       {std::pair{"-.5", true}, {"", true}, {"1a", false}, {"-", false}, {"1/2", false}}) {
     for (bool enter : {true, false}) {
       ProfileApp t;
       t.Open(F::Custom);
@@ -22,10 +23,11 @@ TEST(ProfileEntryRule, AcceptsNumbersAndEmptyFieldsAndSilentlyPutsBackAnythingEl
       t.v(F::Custom).Text[2].caption = text;
       t.Act(enter ? ProfileFieldEnter : ProfileFieldLostFocus, F::Custom, 2);
       const std::string kept = accepted ? text : "7";
-      EXPECT_EQ(t.Cells(F::Custom, 'E')[1] + "|" + t.v(F::Custom).Text[2].caption, kept + "|" + kept);
       // A rejected field takes the focus back when it was left, not on Enter.
-      EXPECT_EQ(t.v(F::Custom).focus, !accepted && !enter ? 2 : 3) << text;
-      EXPECT_EQ(t.Told(), "") << text;
+      const ProfileDialogView& v = t.v(F::Custom);
+      EXPECT_EQ(std::tuple(t.Cells(F::Custom, 'E')[1], v.Text[2].caption, v.focus, t.Told()),
+                std::tuple(kept, kept, !accepted && !enter ? 2 : 3, ""))
+          << text;
     }
   }
 }
@@ -117,7 +119,8 @@ TEST(ProfileDialog, OkAsksToSaveOnlyAChangedProfileAndStaysOpenWhenTheSaveIsCanc
       {"a change, no save", F::Custom, "70", MsgAnswer::No, "", q, false},
       {"a change, the save cancelled", F::Custom, "70", MsgAnswer::Yes, "", q, true},
       {"a change, saved", F::Custom, "70", MsgAnswer::Yes, "p1", q, false},
-      {"the 10 V dialog asks in the language's words", F::V10, "70", MsgAnswer::No, "", "en126|en127\n", false},
+      {"the 10 V dialog asks in the language's words", F::V10, "70", MsgAnswer::No, "", "en126|en127\n",
+       false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -126,13 +129,10 @@ TEST(ProfileDialog, OkAsksToSaveOnlyAChangedProfileAndStaysOpenWhenTheSaveIsCanc
     if (!c.typed.empty()) t.Type(c.family, 6, c.typed);
     t.ui.saveAnswers = {c.savedAs.empty() ? "" : t.Path(c.savedAs)};
     t.Ok(c.family, c.answer);
-    EXPECT_EQ(t.Told(), c.question);
-    if (!c.question.empty()) {
-      EXPECT_EQ(t.ui.messages[0].buttons, MsgButtons::YesNo);
-    }
-    EXPECT_EQ(t.v(c.family).visible, c.stillOpen);
-    EXPECT_EQ(t.P().ScaleChanged, c.question.empty() ? 0 : 1);
-    EXPECT_EQ(t.FileExists(c.savedAs + FamilySpec(c.family).extension), !c.savedAs.empty());
+    EXPECT_EQ(std::tuple(t.Told(), t.v(c.family).visible, t.P().ScaleChanged,
+                         t.FileExists(c.savedAs + FamilySpec(c.family).extension)),
+              std::tuple(c.question, c.stillOpen, c.question.empty() ? 0 : 1, !c.savedAs.empty()));
+    for (const MessageRequest& m : t.ui.messages) EXPECT_EQ(m.buttons, MsgButtons::YesNo);
   }
 }
 
@@ -143,10 +143,9 @@ TEST(ProfileDialog, CancelRestoresTheProfileButLeavesTheTableInvalid) {
   t.Type(F::Custom, 6, "7");
   t.Do([&] { ProfileUnitChanged(*t.app, F::Custom, "bar"); });
   t.Act(ProfileCancel, F::Custom);
-  EXPECT_FALSE(t.v(F::Custom).visible);
-  EXPECT_EQ(t.Cells(F::Custom, 'T'), table);
-  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
-  EXPECT_EQ(t.unit() + "|" + t.app->s.UnitByModel[32], "psi|psi");
+  EXPECT_EQ(std::tuple(t.v(F::Custom).visible, t.Cells(F::Custom, 'T'), t.P().ScaleTableInvalid,
+                       t.unit() + "|" + t.app->s.UnitByModel[32]),
+            std::tuple(false, table, 1, "psi|psi"));
 }
 
 TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
@@ -159,9 +158,9 @@ TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
   t.Type(F::Mv100, 2, "12");
   t.Do([&] { ProfileUnitChanged(*t.app, F::Mv100, "x"); });
   t.Act(ProfileCloseBox, F::Mv100);
-  EXPECT_FALSE(t.v(F::Mv100).visible);
-  EXPECT_EQ(t.P().ProfileEntryOnly, 0);
-  EXPECT_EQ(t.Cells(F::Mv100, 'E')[0] + "|" + t.Cells(F::Mv100, 'E')[1] + "|" + t.unit(), "11|2|mV");
+  EXPECT_EQ(std::tuple(t.v(F::Mv100).visible, t.P().ProfileEntryOnly, t.Cells(F::Mv100, 'E')[0],
+                       t.Cells(F::Mv100, 'E')[1], t.unit()),
+            std::tuple(false, 0, "11", "2", "mV"));
 }
 
 TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKeepsNoUnitAsTwoBlanks) {
@@ -177,8 +176,7 @@ TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKee
   t.Act(ProfileClearAll, F::Custom);
   for (int i = 1; i <= 11; ++i) EXPECT_EQ(v.Text[i].caption, "");
   EXPECT_EQ(v.Text18.caption + v.Frame1.caption + t.unit() + "|" + t.P().ProfileFileName, "|/tmp/old");
-  EXPECT_EQ(t.Cells(F::Custom, 'E'), Strings(11, ""));
-  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
+  EXPECT_EQ(std::tuple(t.Cells(F::Custom, 'E'), t.P().ScaleTableInvalid), std::tuple(Strings(11, ""), 1));
   t.Type(F::Custom, 1, "1");
   t.Type(F::Custom, 2, "2");
   t.Ok(F::Custom);
@@ -193,9 +191,7 @@ TEST(ProfileDialog, ALoadFollowedByOkCountsAsAChangeEvenWithTheSameTable) {
   t.Act(OpenProfile, F::Custom);
   EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 1);
   t.Ok(F::Custom);
-  EXPECT_EQ(t.Told(), "");
-  EXPECT_EQ(t.P().ScaleChanged, 1);
-  EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 0);
+  EXPECT_EQ(std::tuple(t.Told(), t.P().ScaleChanged, t.d(F::Custom).ProfileLoaded), std::tuple("", 1, 0));
 }
 
 }  // namespace

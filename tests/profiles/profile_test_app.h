@@ -24,7 +24,9 @@ struct ProfileApp : TestApp {
   ProfileDialogState& d(ProfileFamily f) { return ProfileDialogOf(*app, f); }
   ProfileState& P() { return app->s.profiles; }
   std::string& unit() { return app->s.logger.LiveUnitText; }
-  void Open(ProfileFamily f) { Do([&] { OpenProfileDialog(*app, f); }); }
+  void Open(ProfileFamily f) {
+    Do([&] { OpenProfileDialog(*app, f); });
+  }
   // Opens the dialog, Clear All, and the unit typed.
   void OpenCleared(ProfileFamily f, const std::string& typedUnit = "") {
     Open(f);
