@@ -51,7 +51,6 @@ void FakeTransport::Open(int portNumber) {
   auto f = openFaults.find(portNumber);
   if (f != openFaults.end()) throw Fault(f->second);
   open_ = true;
-  openPort_ = portNumber;
   opened.push_back(portNumber);
 }
 

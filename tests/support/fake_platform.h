@@ -25,8 +25,7 @@ class VirtualScheduler {
   void RunReady() { RunUntil(now_); }
 
  private:
-  // Ordered by due time, then by the order they were set: equal times run first come,
-  // first served.
+  // By due time, then in the order set: equal times run first come, first served.
   using Key = std::pair<double, long>;
   double now_ = 0;
   long seq_ = 0;
@@ -63,8 +62,7 @@ struct TimedReply {
 
 struct WrittenBytes {
   double atMs;
-  int baud;
-  int stopBits;
+  int baud, stopBits;
   std::string bytes;
 };
 
@@ -96,7 +94,6 @@ class FakeTransport : public ByteTransport {
   void Deliver(std::uint64_t id);
   VirtualScheduler& s_;
   bool open_ = false;
-  int openPort_ = 0;
   std::uint64_t nextId_ = 0;
   std::map<std::uint64_t, std::pair<double, std::uint8_t>> pending_;
 };
