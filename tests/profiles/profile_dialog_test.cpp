@@ -63,13 +63,12 @@ TEST(BuildScaleTable, LinesRunThroughAndBeyondThePointsAndOnePointOrAFlatTableKe
   const Strings slopes(11, "1.5");
   EXPECT_EQ(t.Cells(F::V10, 'S'), slopes);
   t.Type(F::V10, 3, "");  // one point left: blank table
-  EXPECT_EQ(t.Cells(F::V10, 'T'), Strings(11, ""));
-  EXPECT_EQ(t.Cells(F::V10, 'S'), slopes);
-  EXPECT_TRUE(t.P().ScaleTableInvalid == 1 && !t.v(F::V10).Label23.visible);
+  EXPECT_EQ(std::tuple(t.Cells(F::V10, 'T'), t.Cells(F::V10, 'S'), t.P().ScaleTableInvalid,
+                       t.v(F::V10).Label23.visible),
+            std::tuple(Strings(11, ""), slopes, 1, false));
   t.Type(F::V10, 4, "0");  // two equal points: a flat table, filled, on the bottom of the preview
-  EXPECT_EQ(t.Cells(F::V10, 'T'), Strings(11, "0"));
-  EXPECT_EQ(t.Cells(F::V10, 'S'), slopes);
-  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
+  EXPECT_EQ(std::tuple(t.Cells(F::V10, 'T'), t.Cells(F::V10, 'S'), t.P().ScaleTableInvalid),
+            std::tuple(Strings(11, "0"), slopes, 1));
   for (int k = 1; k <= 10; ++k) EXPECT_EQ(t.v(F::V10).Line[k].y1 + t.v(F::V10).Line[k].y2, 6000) << k;
 }
 
@@ -82,8 +81,9 @@ TEST(BuildScaleTable, ThePreviewJoinsTheKnotsInsideTheBoxAndLabelsItsEnds) {
   const PreviewLine a = v.Line[1], b = v.Line[10];
   EXPECT_EQ(std::vector<double>({a.x1, a.y1, a.x2, a.y2, b.x1, b.y1, b.x2, b.y2}),
             std::vector<double>({4000, 3000, 4192, 2800, 5728, 1200, 5920, 1000}));
-  EXPECT_EQ(v.Label23.caption + "|" + v.Label24.caption + "|" + v.Label25.caption, "-5.|45.|bar");
-  EXPECT_TRUE(v.segmentCount == 10 && v.Label23.visible && v.Label24.visible && v.Label25.visible);
+  EXPECT_EQ(std::tuple(v.Label23.caption, v.Label24.caption, v.Label25.caption, v.segmentCount),
+            std::tuple("-5.", "45.", "bar", 10));
+  EXPECT_TRUE(v.Label23.visible && v.Label24.visible && v.Label25.visible);
   // The 4 to 20 mA preview: sixteen segments of 120, and no integer digit forced.
   t.OpenCleared(F::Ma420);
   t.Type(F::Ma420, 1, "0");
@@ -141,7 +141,7 @@ TEST(ProfileDialog, CancelRestoresTheProfileButLeavesTheTableInvalid) {
   OpenConfirmed(t, F::Custom, "psi");
   const auto table = t.Cells(F::Custom, 'T');
   t.Type(F::Custom, 6, "7");
-  t.Do([&] { ProfileUnitChanged(*t.app, F::Custom, "bar"); });
+  t.Act(ProfileUnitChanged, F::Custom, "bar");
   t.Act(ProfileCancel, F::Custom);
   EXPECT_EQ(std::tuple(t.v(F::Custom).visible, t.Cells(F::Custom, 'T'), t.P().ScaleTableInvalid,
                        t.unit() + "|" + t.app->s.UnitByModel[32]),
@@ -156,7 +156,7 @@ TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
   t.Act(OpenProfileEntry, F::Mv100);
   t.Type(F::Mv100, 1, "11");
   t.Type(F::Mv100, 2, "12");
-  t.Do([&] { ProfileUnitChanged(*t.app, F::Mv100, "x"); });
+  t.Act(ProfileUnitChanged, F::Mv100, "x");
   t.Act(ProfileCloseBox, F::Mv100);
   EXPECT_EQ(std::tuple(t.v(F::Mv100).visible, t.P().ProfileEntryOnly, t.Cells(F::Mv100, 'E')[0],
                        t.Cells(F::Mv100, 'E')[1], t.unit()),
@@ -186,7 +186,7 @@ TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKee
 TEST(ProfileDialog, ALoadFollowedByOkCountsAsAChangeEvenWithTheSameTable) {
   ProfileApp t;
   OpenConfirmed(t, F::Custom, "psi");
-  t.Do([&] { WriteProfile(*t.app, F::Custom, t.Path("same.cus")); });
+  t.Act(WriteProfile, F::Custom, t.Path("same.cus"));
   t.ui.fileAnswers = {t.Path("same.cus")};
   t.Act(OpenProfile, F::Custom);
   EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 1);

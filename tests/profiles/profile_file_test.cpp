@@ -19,7 +19,7 @@ void TypeProfile(ProfileApp& t, F f, const std::string& unit = "m/s") {
 TEST(ProfileFile, WritesTagUnitAndTypedEntriesAndLoadsOnlyWhereTheTagFitsButAlwaysTakesTheUnit) {
   ProfileApp w;
   TypeProfile(w, F::Custom);
-  w.Do([&] { WriteProfile(*w.app, F::Custom, w.Path("p.cus")); });
+  w.Act(WriteProfile, F::Custom, w.Path("p.cus"));
   std::string written = "\"customfile\",\"rev01\",\"m/s\"\r\n\"1.5\"\r\n\"\"\r\n\"-2\"\r\n";
   for (int i = 4; i <= 11; ++i) written += "\"\"\r\n";
   EXPECT_EQ(w.ReadFile("p.cus"), written);
@@ -38,7 +38,7 @@ TEST(ProfileFile, WritesTagUnitAndTypedEntriesAndLoadsOnlyWhereTheTagFitsButAlwa
     ProfileApp t;
     const F writer = FamilyByExtension(c.file)->family;
     TypeProfile(t, writer, "from file");
-    t.Do([&] { WriteProfile(*t.app, writer, t.Path(c.file)); });
+    t.Act(WriteProfile, writer, t.Path(c.file));
     t.Act(ProfileClearAll, writer);
     t.Open(c.family);
     const auto before = t.Cells(c.family, 'E');

@@ -26,15 +26,13 @@ void VirtualScheduler::At(double ms, std::function<void()> fn) {
 }
 
 void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
-  auto shared = std::make_shared<std::function<void()>>(std::move(fn));
+  // Each firing sets the next, at whole intervals from now; the next one holds the tick.
   auto tick = std::make_shared<std::function<void(double)>>();
-  *tick = [this, intervalMs, shared, weak = std::weak_ptr<std::function<void(double)>>(tick)](double at) {
-    auto self = weak.lock();
-    At(at + intervalMs, [self, at, intervalMs] { (*self)(at + intervalMs); });
-    (*shared)();
+  *tick = [this, intervalMs, fn = std::move(fn), weak = std::weak_ptr(tick)](double at) {
+    At(at + intervalMs, [self = weak.lock(), at, intervalMs] { (*self)(at + intervalMs); });
+    fn();
   };
-  const double first = now_ + intervalMs;
-  At(first, [tick, first] { (*tick)(first); });
+  At(now_ + intervalMs, [tick, first = now_ + intervalMs] { (*tick)(first); });
 }
 
 void VirtualScheduler::RunUntil(double ms) {
