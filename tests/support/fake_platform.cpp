@@ -46,8 +46,7 @@ void VirtualScheduler::RunUntil(double ms) {
 }
 
 void FakeTransport::Open(int portNumber) {
-  auto f = openFaults.find(portNumber);
-  if (f != openFaults.end()) throw Fault(f->second);
+  if (auto f = openFaults.find(portNumber); f != openFaults.end()) throw Fault(f->second);
   open_ = true;
   opened.push_back(portNumber);
 }
@@ -91,9 +90,8 @@ void FakeTransport::Deliver(std::uint64_t id) {
 void FakeTransport::Settle(double seconds) {
   const double limit = s_.now_ms() + seconds * 1000.0;
   std::vector<std::uint64_t> due;
-  for (auto& [id, p] : pending_) {
+  for (auto& [id, p] : pending_)
     if (p.first <= limit) due.push_back(id);
-  }
   for (std::uint64_t id : due) Deliver(id);
 }
 
@@ -222,9 +220,8 @@ int FaultOf(const std::function<void()>& action) {
 
 std::vector<double> TestApp::RequestTimes(char letter) const {
   std::vector<double> t;
-  for (const WrittenBytes& w : transport.written) {
+  for (const WrittenBytes& w : transport.written)
     if (w.bytes == std::string{'\0', letter}) t.push_back(w.atMs);
-  }
   return t;
 }
 
