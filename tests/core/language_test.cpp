@@ -62,9 +62,9 @@ TEST(Language, TheDialogOffersEachLanguageAndOkRecaptionsMenusDialogsAndTextsOnS
   EXPECT_EQ(w.Label19.caption + "|" + t.app->v.frmPort.Option5.caption + "|" + w.Frame1.caption,
             "21.5|de142|de151 4242de152");
   t.Do(MnuHelpCont), t.Do(MnuHelpIndex);  // Help follows the language chosen
-  ASSERT_EQ(t.ui.help.size(), 2u);
-  EXPECT_EQ(t.ui.help[0], std::pair(std::string("help/de.html"), HelpCommand::Contents));
-  EXPECT_EQ(t.ui.help[1], std::pair(std::string("help/de.html"), HelpCommand::KeywordSearch));
+  EXPECT_EQ(t.ui.help,
+            (std::vector<std::pair<std::string, HelpCommand>>{{"help/de.html", HelpCommand::Contents},
+                                                              {"help/de.html", HelpCommand::KeywordSearch}}));
 }
 
 TEST(Language, ALanguageIndexOfNineFaultsAtItsFirstLookupAndEndsTheStart) {
@@ -99,8 +99,8 @@ TEST(Language, AFirstStartOnAnUnavailablePortSaysSoInEnglishBeforeALanguageIsCho
   };
   t.Start();
   ASSERT_FALSE(t.ui.messages.empty());
-  EXPECT_EQ(t.ui.messages[0].title, "Sorry");
-  EXPECT_EQ(t.ui.messages[0].text.rfind("The communications port could not be opened.", 0), 0u);
+  EXPECT_EQ(t.ui.messages[0].title + "|" + t.ui.messages[0].text.substr(0, 44),
+            "Sorry|The communications port could not be opened.");
 }
 
 TEST(Editions, EachEditionFillsTheAboutBoxAndTheWindowTitle) {

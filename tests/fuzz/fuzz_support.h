@@ -23,12 +23,14 @@
 // A harness is the fuzzer's entry point in the fuzz build and a named target of the replay
 // test, which runs the checked-in corpora and crash inputs through it, in the test build.
 #ifdef QUILLET_FUZZ_REPLAY
-#define QUILLET_FUZZ_TARGET(name)                                                                 \
-  static int name##_input(const std::uint8_t* data, std::size_t size);                            \
-  [[maybe_unused]] static const bool name##_registered = ::quillet::fuzz::RegisterTarget(#name, name##_input); \
+#define QUILLET_FUZZ_TARGET(name)                                      \
+  static int name##_input(const std::uint8_t* data, std::size_t size); \
+  [[maybe_unused]] static const bool name##_registered =               \
+      (::quillet::fuzz::Targets()[#name] = name##_input, true);        \
   static int name##_input(const std::uint8_t* data, std::size_t size)
 #else
-#define QUILLET_FUZZ_TARGET(name) extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+#define QUILLET_FUZZ_TARGET(name) \
+  extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 #endif
 
 namespace quillet::fuzz {
@@ -38,10 +40,6 @@ using TargetFunction = int (*)(const std::uint8_t*, std::size_t);
 inline std::map<std::string, TargetFunction>& Targets() {
   static std::map<std::string, TargetFunction> targets;
   return targets;
-}
-inline bool RegisterTarget(const char* name, TargetFunction f) {
-  Targets()[name] = f;
-  return true;
 }
 
 inline std::string Slurp(const std::string& path) {
@@ -77,14 +75,14 @@ struct StartedApp : testing::TestApp {
     Start();
     if (ui.ended || !ui.fatal.empty()) Broken("the start-up failed");
   }
-  void Do(const std::function<void()>& action) { Dispatch(*app, action); }
 };
 
 // The program of `quillet-cli decode`: started once from the shipped files, with a clock
 // that stands still, no timers and a transport fed by hand. Reset() puts back the state
 // and the views as they stood after the start, so each input meets the same program.
 struct OfflineApp {
-  OfflineApp() : files(), platform{ui, clock, timers, poster, transport, FilePlaces{files.dir + "/prog", files.dir}} {
+  OfflineApp()
+      : files(), platform{ui, clock, timers, poster, transport, FilePlaces{files.dir + "/prog", files.dir}} {
     files.WriteFile("loglang.txt", ShippedFile("loglang.txt"), true);
     files.WriteFile("probes.dat", ShippedFile("probes.dat"), true);
     files.WriteSettings(1, 1, 1200, 0, 0);

@@ -51,27 +51,16 @@ void CheckRequest(const quillet::App& app, const std::string& bytes) {
   if (bytes.size() != 2 || bytes[0] != '\0') return;  // the clock's setting frame and the like
   const LinkState& L = app.s.link;
   const double mode = L.LinkMode.Value();
-  switch (bytes[1]) {
-    case 'D':
-      if (mode != kModeLive) fuzz::Broken("a live request outside live mode");
-      break;
-    case 'R': {
-      if (mode != kModeHeader) fuzz::Broken("a header request outside header mode");
-      const double sinceLive = (Now(app) - L.LiveRequestAt) * 86400.0;
-      if (L.LiveRequestAt >= 0 && sinceLive >= 0 && sinceLive < kLiveReplyWindowSeconds - 1e-6) {
-        fuzz::Broken("a header request while a live reply may be on the wire");
-      }
-      break;
-    }
-    case 'T':
-      if (mode != kModeBlock) fuzz::Broken("a block request outside block mode");
-      break;
-    default: break;
-  }
+  if (bytes[1] == 'D' && mode != kModeLive) fuzz::Broken("a live request outside live mode");
+  if (bytes[1] == 'T' && mode != kModeBlock) fuzz::Broken("a block request outside block mode");
+  if (bytes[1] != 'R') return;
+  if (mode != kModeHeader) fuzz::Broken("a header request outside header mode");
+  const double sinceLive = (Now(app) - L.LiveRequestAt) * 86400.0;
+  if (L.LiveRequestAt >= 0 && sinceLive >= 0 && sinceLive < kLiveReplyWindowSeconds - 1e-6)
+    fuzz::Broken("a header request while a live reply may be on the wire");
 }
 
 }  // namespace
-
 
 QUILLET_FUZZ_TARGET(serial) {
   using namespace quillet;
@@ -83,13 +72,9 @@ QUILLET_FUZZ_TARGET(serial) {
     std::vector<testing::TimedReply> reply;
     const std::uint8_t how = script.Byte();
     const double delay = (how >> 2) * 0.02;  // 0 to 1.26 s
-    std::string bytes;
-    switch (how & 3) {
-      case 0: return reply;  // silence
-      case 1:
-      case 2: bytes = script.Bytes(script.Byte()); break;
-      case 3: bytes = "\x04" + script.Bytes(script.Byte() * 2); break;
-    }
+    if ((how & 3) == 0) return reply;        // silence
+    const std::string bytes =
+        (how & 3) == 3 ? "\x04" + script.Bytes(script.Byte() * 2) : script.Bytes(script.Byte());
     const double byteTime = (how & 3) == 2 ? (9.0 + stopBits) / (baud > 0 ? baud : 1200) : 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
       reply.push_back({nowSeconds + delay + byteTime * i, static_cast<std::uint8_t>(bytes[i])});

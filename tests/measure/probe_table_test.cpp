@@ -14,27 +14,17 @@ namespace {
 
 using testing::ProbeEntry;
 
-// probes.dat: groups "AC Probes", "DC Probes" and "Spare" of three sections of ten rows,
-// all "Future","",1 but for HD-2 in group 2 and SP-1 and SP-0 in group 3.
-std::string ProbesDat() {
-  const std::map<std::pair<int, int>, const char*> rows = {
-      {{2, 1}, "\"HD-2\",\"A dc\",100"}, {{3, 1}, "\"SP-1\",\"A\",20"}, {{3, 2}, "\"SP-0\",\"A\",0"}};
-  std::ostringstream f;
-  for (int g = 1; g <= 3; ++g) {
-    f << (g == 1 ? "\"AC Probes\"\n" : g == 2 ? "\"DC Probes\"\n" : "\"Spare\"\n");
-    for (int n = 1; n <= 30; ++n) {
-      if (n % 10 == 1) f << "\"Section " << n / 10 + 1 << "\"\n";
-      f << (rows.count({g, n}) ? rows.at({g, n}) : "\"Future\",\"\",1") << "\n";
-    }
-  }
-  return f.str();
-}
-
 struct ProbeApp : testing::TestApp {
   explicit ProbeApp(const std::map<int, ProbeEntry>& memory = {}) {
     WriteTwoLanguageFile();
     WriteFile("logger1.ini", testing::SettingsFileText({1, 1, 1200, 0, 0, memory, ""}));
-    WriteFile("probes.dat", ProbesDat(), true);
+    // Groups "AC Probes", "DC Probes" and "Spare", all "Future" but for HD-2 in group 2 and
+    // SP-1 and SP-0 in group 3.
+    WriteFile("probes.dat",
+              testing::ProbesDatText({"AC Probes", "DC Probes", "Spare"}, {{{2, 1}, "\"HD-2\",\"A dc\",100"},
+                                                                           {{3, 1}, "\"SP-1\",\"A\",20"},
+                                                                           {{3, 2}, "\"SP-0\",\"A\",0"}}),
+              true);
     Start();
   }
   // What the header of a model 16 logger of this serial sets off.

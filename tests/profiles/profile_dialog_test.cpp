@@ -13,7 +13,8 @@ using Strings = std::vector<std::string>;
 
 TEST(ProfileEntryRule, AcceptsNumbersAndEmptyFieldsAndSilentlyPutsBackAnythingElse) {
   // "1a" fails the character filter; "-" and "1/2" pass it but are no numbers.
-  for (auto [text, accepted] : {std::pair{"-.5", true}, {"", true}, {"1a", false}, {"-", false}, {"1/2", false}}) {
+  for (auto [text, accepted] :
+       {std::pair{"-.5", true}, {"", true}, {"1a", false}, {"-", false}, {"1/2", false}}) {
     for (bool enter : {true, false}) {
       ProfileApp t;
       t.Open(F::Custom);
@@ -22,10 +23,11 @@ TEST(ProfileEntryRule, AcceptsNumbersAndEmptyFieldsAndSilentlyPutsBackAnythingEl
       t.v(F::Custom).Text[2].caption = text;
       t.Act(enter ? ProfileFieldEnter : ProfileFieldLostFocus, F::Custom, 2);
       const std::string kept = accepted ? text : "7";
-      EXPECT_EQ(t.Cells(F::Custom, 'E')[1] + "|" + t.v(F::Custom).Text[2].caption, kept + "|" + kept);
       // A rejected field takes the focus back when it was left, not on Enter.
-      EXPECT_EQ(t.v(F::Custom).focus, !accepted && !enter ? 2 : 3) << text;
-      EXPECT_EQ(t.Told(), "") << text;
+      const ProfileDialogView& v = t.v(F::Custom);
+      EXPECT_EQ(std::tuple(t.Cells(F::Custom, 'E')[1], v.Text[2].caption, v.focus, t.Told()),
+                std::tuple(kept, kept, !accepted && !enter ? 2 : 3, ""))
+          << text;
     }
   }
 }
@@ -61,13 +63,12 @@ TEST(BuildScaleTable, LinesRunThroughAndBeyondThePointsAndOnePointOrAFlatTableKe
   const Strings slopes(11, "1.5");
   EXPECT_EQ(t.Cells(F::V10, 'S'), slopes);
   t.Type(F::V10, 3, "");  // one point left: blank table
-  EXPECT_EQ(t.Cells(F::V10, 'T'), Strings(11, ""));
-  EXPECT_EQ(t.Cells(F::V10, 'S'), slopes);
-  EXPECT_TRUE(t.P().ScaleTableInvalid == 1 && !t.v(F::V10).Label23.visible);
+  EXPECT_EQ(std::tuple(t.Cells(F::V10, 'T'), t.Cells(F::V10, 'S'), t.P().ScaleTableInvalid,
+                       t.v(F::V10).Label23.visible),
+            std::tuple(Strings(11, ""), slopes, 1, false));
   t.Type(F::V10, 4, "0");  // two equal points: a flat table, filled, on the bottom of the preview
-  EXPECT_EQ(t.Cells(F::V10, 'T'), Strings(11, "0"));
-  EXPECT_EQ(t.Cells(F::V10, 'S'), slopes);
-  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
+  EXPECT_EQ(std::tuple(t.Cells(F::V10, 'T'), t.Cells(F::V10, 'S'), t.P().ScaleTableInvalid),
+            std::tuple(Strings(11, "0"), slopes, 1));
   for (int k = 1; k <= 10; ++k) EXPECT_EQ(t.v(F::V10).Line[k].y1 + t.v(F::V10).Line[k].y2, 6000) << k;
 }
 
@@ -80,8 +81,9 @@ TEST(BuildScaleTable, ThePreviewJoinsTheKnotsInsideTheBoxAndLabelsItsEnds) {
   const PreviewLine a = v.Line[1], b = v.Line[10];
   EXPECT_EQ(std::vector<double>({a.x1, a.y1, a.x2, a.y2, b.x1, b.y1, b.x2, b.y2}),
             std::vector<double>({4000, 3000, 4192, 2800, 5728, 1200, 5920, 1000}));
-  EXPECT_EQ(v.Label23.caption + "|" + v.Label24.caption + "|" + v.Label25.caption, "-5.|45.|bar");
-  EXPECT_TRUE(v.segmentCount == 10 && v.Label23.visible && v.Label24.visible && v.Label25.visible);
+  EXPECT_EQ(std::tuple(v.Label23.caption, v.Label24.caption, v.Label25.caption, v.segmentCount),
+            std::tuple("-5.", "45.", "bar", 10));
+  EXPECT_TRUE(v.Label23.visible && v.Label24.visible && v.Label25.visible);
   // The 4 to 20 mA preview: sixteen segments of 120, and no integer digit forced.
   t.OpenCleared(F::Ma420);
   t.Type(F::Ma420, 1, "0");
@@ -117,7 +119,8 @@ TEST(ProfileDialog, OkAsksToSaveOnlyAChangedProfileAndStaysOpenWhenTheSaveIsCanc
       {"a change, no save", F::Custom, "70", MsgAnswer::No, "", q, false},
       {"a change, the save cancelled", F::Custom, "70", MsgAnswer::Yes, "", q, true},
       {"a change, saved", F::Custom, "70", MsgAnswer::Yes, "p1", q, false},
-      {"the 10 V dialog asks in the language's words", F::V10, "70", MsgAnswer::No, "", "en126|en127\n", false},
+      {"the 10 V dialog asks in the language's words", F::V10, "70", MsgAnswer::No, "", "en126|en127\n",
+       false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -126,13 +129,10 @@ TEST(ProfileDialog, OkAsksToSaveOnlyAChangedProfileAndStaysOpenWhenTheSaveIsCanc
     if (!c.typed.empty()) t.Type(c.family, 6, c.typed);
     t.ui.saveAnswers = {c.savedAs.empty() ? "" : t.Path(c.savedAs)};
     t.Ok(c.family, c.answer);
-    EXPECT_EQ(t.Told(), c.question);
-    if (!c.question.empty()) {
-      EXPECT_EQ(t.ui.messages[0].buttons, MsgButtons::YesNo);
-    }
-    EXPECT_EQ(t.v(c.family).visible, c.stillOpen);
-    EXPECT_EQ(t.P().ScaleChanged, c.question.empty() ? 0 : 1);
-    EXPECT_EQ(t.FileExists(c.savedAs + FamilySpec(c.family).extension), !c.savedAs.empty());
+    EXPECT_EQ(std::tuple(t.Told(), t.v(c.family).visible, t.P().ScaleChanged,
+                         t.FileExists(c.savedAs + FamilySpec(c.family).extension)),
+              std::tuple(c.question, c.stillOpen, c.question.empty() ? 0 : 1, !c.savedAs.empty()));
+    for (const MessageRequest& m : t.ui.messages) EXPECT_EQ(m.buttons, MsgButtons::YesNo);
   }
 }
 
@@ -141,12 +141,11 @@ TEST(ProfileDialog, CancelRestoresTheProfileButLeavesTheTableInvalid) {
   OpenConfirmed(t, F::Custom, "psi");
   const auto table = t.Cells(F::Custom, 'T');
   t.Type(F::Custom, 6, "7");
-  t.Do([&] { ProfileUnitChanged(*t.app, F::Custom, "bar"); });
+  t.Act(ProfileUnitChanged, F::Custom, "bar");
   t.Act(ProfileCancel, F::Custom);
-  EXPECT_FALSE(t.v(F::Custom).visible);
-  EXPECT_EQ(t.Cells(F::Custom, 'T'), table);
-  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
-  EXPECT_EQ(t.unit() + "|" + t.app->s.UnitByModel[32], "psi|psi");
+  EXPECT_EQ(std::tuple(t.v(F::Custom).visible, t.Cells(F::Custom, 'T'), t.P().ScaleTableInvalid,
+                       t.unit() + "|" + t.app->s.UnitByModel[32]),
+            std::tuple(false, table, 1, "psi|psi"));
 }
 
 TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
@@ -157,11 +156,11 @@ TEST(ProfileDialog, CloseRestoresAllButTheFirstRowAndEndsProfileEntry) {
   t.Act(OpenProfileEntry, F::Mv100);
   t.Type(F::Mv100, 1, "11");
   t.Type(F::Mv100, 2, "12");
-  t.Do([&] { ProfileUnitChanged(*t.app, F::Mv100, "x"); });
+  t.Act(ProfileUnitChanged, F::Mv100, "x");
   t.Act(ProfileCloseBox, F::Mv100);
-  EXPECT_FALSE(t.v(F::Mv100).visible);
-  EXPECT_EQ(t.P().ProfileEntryOnly, 0);
-  EXPECT_EQ(t.Cells(F::Mv100, 'E')[0] + "|" + t.Cells(F::Mv100, 'E')[1] + "|" + t.unit(), "11|2|mV");
+  EXPECT_EQ(std::tuple(t.v(F::Mv100).visible, t.P().ProfileEntryOnly, t.Cells(F::Mv100, 'E')[0],
+                       t.Cells(F::Mv100, 'E')[1], t.unit()),
+            std::tuple(false, 0, "11", "2", "mV"));
 }
 
 TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKeepsNoUnitAsTwoBlanks) {
@@ -177,8 +176,7 @@ TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKee
   t.Act(ProfileClearAll, F::Custom);
   for (int i = 1; i <= 11; ++i) EXPECT_EQ(v.Text[i].caption, "");
   EXPECT_EQ(v.Text18.caption + v.Frame1.caption + t.unit() + "|" + t.P().ProfileFileName, "|/tmp/old");
-  EXPECT_EQ(t.Cells(F::Custom, 'E'), Strings(11, ""));
-  EXPECT_EQ(t.P().ScaleTableInvalid, 1);
+  EXPECT_EQ(std::tuple(t.Cells(F::Custom, 'E'), t.P().ScaleTableInvalid), std::tuple(Strings(11, ""), 1));
   t.Type(F::Custom, 1, "1");
   t.Type(F::Custom, 2, "2");
   t.Ok(F::Custom);
@@ -188,14 +186,12 @@ TEST(ProfileDialog, ClearAllEmptiesFieldsUnitAndFrameButKeepsTheFileNameAndOkKee
 TEST(ProfileDialog, ALoadFollowedByOkCountsAsAChangeEvenWithTheSameTable) {
   ProfileApp t;
   OpenConfirmed(t, F::Custom, "psi");
-  t.Do([&] { WriteProfile(*t.app, F::Custom, t.Path("same.cus")); });
+  t.Act(WriteProfile, F::Custom, t.Path("same.cus"));
   t.ui.fileAnswers = {t.Path("same.cus")};
   t.Act(OpenProfile, F::Custom);
   EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 1);
   t.Ok(F::Custom);
-  EXPECT_EQ(t.Told(), "");
-  EXPECT_EQ(t.P().ScaleChanged, 1);
-  EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 0);
+  EXPECT_EQ(std::tuple(t.Told(), t.P().ScaleChanged, t.d(F::Custom).ProfileLoaded), std::tuple("", 1, 0));
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ void TypeProfile(ProfileApp& t, F f, const std::string& unit = "m/s") {
 TEST(ProfileFile, WritesTagUnitAndTypedEntriesAndLoadsOnlyWhereTheTagFitsButAlwaysTakesTheUnit) {
   ProfileApp w;
   TypeProfile(w, F::Custom);
-  w.Do([&] { WriteProfile(*w.app, F::Custom, w.Path("p.cus")); });
+  w.Act(WriteProfile, F::Custom, w.Path("p.cus"));
   std::string written = "\"customfile\",\"rev01\",\"m/s\"\r\n\"1.5\"\r\n\"\"\r\n\"-2\"\r\n";
   for (int i = 4; i <= 11; ++i) written += "\"\"\r\n";
   EXPECT_EQ(w.ReadFile("p.cus"), written);
@@ -38,20 +38,20 @@ TEST(ProfileFile, WritesTagUnitAndTypedEntriesAndLoadsOnlyWhereTheTagFitsButAlwa
     ProfileApp t;
     const F writer = FamilyByExtension(c.file)->family;
     TypeProfile(t, writer, "from file");
-    t.Do([&] { WriteProfile(*t.app, writer, t.Path(c.file)); });
+    t.Act(WriteProfile, writer, t.Path(c.file));
     t.Act(ProfileClearAll, writer);
     t.Open(c.family);
     const auto before = t.Cells(c.family, 'E');
     t.ui.fileAnswers = {t.Path(c.file)};
     t.Act(OpenProfile, c.family);
-    EXPECT_EQ(t.unit(), "from file");
-    EXPECT_EQ(t.Told(), c.message);
-    EXPECT_EQ(t.d(c.family).ProfileLoaded, *c.message ? 0 : 1);
+    EXPECT_EQ(std::tuple(t.unit(), t.Told(), t.d(c.family).ProfileLoaded),
+              std::tuple("from file", c.message, *c.message ? 0 : 1));
     if (*c.message) {
       EXPECT_EQ(t.Cells(c.family, 'E'), before);
     } else {
       EXPECT_EQ(t.v(c.family).Text[1].caption + "|" + t.v(c.family).Text[3].caption, "1.5|-2");
-      EXPECT_EQ(t.v(c.family).Text18.caption + "|" + t.v(c.family).Frame1.caption, "from file|" + t.Path(c.file));
+      EXPECT_EQ(t.v(c.family).Text18.caption + "|" + t.v(c.family).Frame1.caption,
+                "from file|" + t.Path(c.file));
     }
   }
 }
@@ -64,9 +64,9 @@ TEST(ProfileFile, ShortGarbageAndMissingFilesLoseNothingAndSayOnlyWhatTheDialogS
   // A short file: the entries read so far stay in the cells, the fields are not updated.
   t.ui.fileAnswers = {t.Path("short.cus"), t.Path("junk.cus")};
   t.Act(OpenProfile, F::Custom);
-  EXPECT_EQ(t.Told(), "");
-  EXPECT_EQ(t.Cells(F::Custom, 'E')[1] + "|" + t.v(F::Custom).Text[2].caption, "5|");
-  EXPECT_EQ(t.d(F::Custom).ProfileLoaded, 0);
+  EXPECT_EQ(std::tuple(t.Told(), t.Cells(F::Custom, 'E')[1], t.v(F::Custom).Text[2].caption,
+                       t.d(F::Custom).ProfileLoaded),
+            std::tuple("", "5", "", 0));
   t.Act(OpenProfile, F::Custom);  // binary garbage has no tag of ours
   EXPECT_EQ(t.Told(), "Not a valid Custom profile|Sorry\n");
   // A missing file is told, and the file dialog comes again until the user cancels.
@@ -74,8 +74,8 @@ TEST(ProfileFile, ShortGarbageAndMissingFilesLoseNothingAndSayOnlyWhatTheDialogS
     t.ui.messages.clear();
     t.ui.fileAnswers = {t.Path("none.cus"), ""};
     t.Act(OpenProfile, f);
-    EXPECT_EQ(t.Told(), f == F::Custom ? "en77|en54\n" : "File does not exist|Sorry\n");
-    EXPECT_EQ(t.d(f).SaveCancelled, 1);
+    EXPECT_EQ(std::tuple(t.Told(), t.d(f).SaveCancelled),
+              std::tuple(f == F::Custom ? "en77|en54\n" : "File does not exist|Sorry\n", 1));
   }
 }
 
@@ -88,7 +88,8 @@ TEST(ProfileFile, TheSaveAddsTheExtensionUnlessTheFourthLastCharacterIsAPoint) {
   t.Act(SaveProfile, F::Custom);
   EXPECT_TRUE(t.FileExists("sensor.cus"));
   // No extension after a save.
-  EXPECT_EQ(t.P().ProfileFileName + "|" + t.v(F::Custom).Frame1.caption, t.Path("sensor") + "|" + t.Path("sensor"));
+  EXPECT_EQ(t.P().ProfileFileName + "|" + t.v(F::Custom).Frame1.caption,
+            t.Path("sensor") + "|" + t.Path("sensor"));
 }
 
 TEST(ProfileFile, AnExistingFileIsReplacedOnlyOnYes) {
@@ -112,12 +113,11 @@ TEST(ProfileFile, AnExistingFileIsReplacedOnlyOnYes) {
     t.ui.answer = [&](const MessageRequest&) { return c.answer; };
     t.ui.saveAnswers = {t.Path(name), t.Path("other")};
     t.Act(SaveProfile, c.family);
-    EXPECT_EQ(t.Told(), c.message);
-    EXPECT_EQ(t.ui.messages.at(0).buttons, MsgButtons::YesNoCancel);
-    EXPECT_EQ(t.ui.messages[0].defaultButton, 2);
-    EXPECT_EQ(t.ReadFile(name) != "keep me", c.replaced);
-    EXPECT_EQ(t.FileExists(std::string("other") + FamilySpec(c.family).extension), c.secondName);
-    EXPECT_EQ(t.d(c.family).SaveCancelled, 0);
+    const MessageRequest& q = t.ui.messages.at(0);
+    EXPECT_EQ(std::tuple(t.Told(), q.buttons, q.defaultButton, t.ReadFile(name) != "keep me",
+                         t.FileExists(std::string("other") + FamilySpec(c.family).extension),
+                         t.d(c.family).SaveCancelled),
+              std::tuple(c.message, MsgButtons::YesNoCancel, 2, c.replaced, c.secondName, 0));
   }
 }
 

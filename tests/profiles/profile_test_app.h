@@ -1,6 +1,6 @@
 #pragma once
-// A started application for the profile dialogs: language strings read "en<n>", no
-// logger, and helpers that act as the user does in a dialog.
+// A started application for the profile dialogs (strings read "en<n>", no logger) with
+// helpers that act as the user does in a dialog.
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,33 +14,27 @@
 
 namespace quillet::testing {
 
-struct ProfileApp : TestApp {
-  ProfileApp() {
-    WriteTwoLanguageFile();
-    WriteSettings(1, 1, 1200, 0, 0);
-    Start();
-  }
+struct ProfileApp : StartedApp {
   ProfileDialogView& v(ProfileFamily f) { return ProfileView(*app, f); }
   ProfileDialogState& d(ProfileFamily f) { return ProfileDialogOf(*app, f); }
   ProfileState& P() { return app->s.profiles; }
   std::string& unit() { return app->s.logger.LiveUnitText; }
-  void Open(ProfileFamily f) { Do([&] { OpenProfileDialog(*app, f); }); }
+  // One user action in the dialog of family f.
+  template <class... Params, class... Args>
+  void Act(void (*action)(App&, ProfileFamily, Params...), ProfileFamily f, Args&&... args) {
+    Do([&] { action(*app, f, args...); });
+  }
+  void Open(ProfileFamily f) { Act(OpenProfileDialog, f); }
   // Opens the dialog, Clear All, and the unit typed.
   void OpenCleared(ProfileFamily f, const std::string& typedUnit = "") {
     Open(f);
     Act(ProfileClearAll, f);
-    Do([&] { ProfileUnitChanged(*app, f, typedUnit); });
+    Act(ProfileUnitChanged, f, typedUnit);
   }
   // Types a text into a field and presses Enter.
   void Type(ProfileFamily f, int field, const std::string& text) {
     v(f).Text[field].caption = text;
     Act(ProfileFieldEnter, f, field);
-  }
-  void Act(void (*action)(App&, ProfileFamily), ProfileFamily f) {
-    Do([&] { action(*app, f); });
-  }
-  void Act(void (*action)(App&, ProfileFamily, int), ProfileFamily f, int field) {
-    Do([&] { action(*app, f, field); });
   }
   // The messages shown, each as "text|title", one a line.
   std::string Told() const {
@@ -51,7 +45,7 @@ struct ProfileApp : TestApp {
   // OK, answering the save question with `answer`.
   void Ok(ProfileFamily f, MsgAnswer answer = MsgAnswer::No) {
     ui.answer = [answer](const MessageRequest&) { return answer; };
-    Do([&] { ProfileOk(*app, f); });
+    Act(ProfileOk, f);
   }
   // The table, slope or entry cells of a family over its knots, as texts ("" for none).
   std::vector<std::string> Cells(ProfileFamily f, char which) {

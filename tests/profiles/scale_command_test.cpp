@@ -16,35 +16,15 @@ using testing::ProfileApp;
 using F = ProfileFamily;
 
 // A model 32 logger on the line whose input reads 12.5 units (250 counts, position 1.25
-// on the axis), and the program started with the given logger1.ini.
-struct CustomLoggerApp : testing::TestApp {
-  explicit CustomLoggerApp(const std::string& settings) : line(Config(), 0.0) {
-    WriteTwoLanguageFile();
-    WriteFile("logger1.ini", settings);
-    WriteFile("probes.dat", testing::SmallProbesDat(), true);
-    transport.peer = [this](const std::string& bytes, double now, int baud, int stopBits) {
-      std::vector<testing::TimedReply> out;
-      for (const sim::TimedByte& b :
-           line.Receive(std::vector<std::uint8_t>(bytes.begin(), bytes.end()), now, baud, stopBits))
-        out.push_back({b.at, b.byte});
-      return out;
-    };
-    Start();
-  }
-  static sim::LoggerConfig Config() {
-    sim::LoggerConfig c;
-    c.modelCode = 32;
-    c.elapsedAtStart = 300;
-    c.signal.kind = sim::SignalKind::Steady;
-    c.signal.level = 12.5;
-    return c;
-  }
+// on the axis), and the program started with the given logger1.ini, by default unit "mV".
+struct CustomLoggerApp : testing::EmulatedLoggerApp {
+  explicit CustomLoggerApp(const std::string& settings = "")
+      : EmulatedLoggerApp({.modelCode = 32, .signal = {.level = 12.5}, .elapsedAtStart = 300},
+                          {.unit32 = "mV", .settings = settings}) {}
   // Finds the logger and downloads its memory; no live poll falls between header and block.
-  void Download() {
+  void DownloadAll() {
     Run(6100);
-    Do(StartDownload);
-    for (int waited = 0; waited < 300000 && app->s.link.DownloadActive != 0; waited += 250) Run(250);
-    ASSERT_EQ(app->s.link.DownloadActive, 0);
+    ASSERT_TRUE(Download());
     ASSERT_GT(app->s.record.RecordSampleCount.Value(), 100);
   }
   std::vector<double> Values() {
@@ -53,14 +33,7 @@ struct CustomLoggerApp : testing::TestApp {
       v.push_back(app->s.record.FullValues[i].Value());
     return v;
   }
-  sim::LoggerLine line;
 };
-
-std::string Settings() {
-  testing::AppOptions o;
-  o.unit32 = "mV";
-  return testing::SettingsText(1200, o);
-}
 
 // In the custom dialog: 5 at row 20, 15 at row 40, the unit "bar", OK without saving.
 void EnterNewProfile(testing::TestApp& t) {
@@ -76,44 +49,40 @@ void EnterNewProfile(testing::TestApp& t) {
 }
 
 TEST(ScaleCommand, OpensTheDialogOfTheModelModallyAndPausesThePollOnAGuardedRun) {
-  for (auto [model, opens, dialog, guarded] : {std::tuple{20, true, DialogId::input100mv, false},
-                                               {22, true, DialogId::input10v, true},
-                                               {17, false, DialogId::custom, false}}) {
+  // Model 17 has no profile; nothing opens while a block is awaited.
+  const std::vector<std::tuple<int, bool, bool, bool>> cases = {
+      {20, false, true, false}, {22, false, true, true}, {17, false, false, false}, {32, true, false, false}};
+  for (auto [model, blockAwaited, opens, guarded] : cases) {
     ProfileApp t;
     t.app->s.logger.ModelCode = model;
+    if (blockAwaited) t.app->s.link.LinkMode = kModeBlock;
     int pausedInside = -1;
     bool visibleInside = false;
-    t.ui.onModal = [&t, &pausedInside, &visibleInside](DialogId d) {
+    t.ui.onModal = [&](DialogId d) {
+      const F f = d == DialogId::input100mv ? F::Mv100 : F::V10;
       pausedInside = t.app->s.link.PollPaused;
-      for (F f : {F::Mv100, F::V10}) {
-        if (FamilySpec(f).dialog != d) continue;
-        visibleInside = t.v(f).visible;
-        ProfileCancel(*t.app, f);
-      }
+      visibleInside = t.v(f).visible;
+      ProfileCancel(*t.app, f);
     };
     t.Do(MnuScale);
-    EXPECT_EQ(t.ui.modals, opens ? std::vector<DialogId>{dialog} : std::vector<DialogId>{}) << model;
-    EXPECT_EQ(visibleInside, opens) << model;
-    EXPECT_EQ(pausedInside, opens ? guarded : -1) << model;
-    EXPECT_EQ(t.app->s.link.PollPaused, 0) << model;
+    const auto dialog = model == 20 ? DialogId::input100mv : DialogId::input10v;
+    EXPECT_EQ(std::tuple(t.ui.modals, visibleInside, pausedInside, t.app->s.link.PollPaused),
+              std::tuple(std::vector<DialogId>(opens, dialog), opens, opens ? guarded : -1, 0))
+        << model;
   }
-  ProfileApp t;  // nothing while a block is awaited
-  t.app->s.logger.ModelCode = 32;
-  t.app->s.link.LinkMode = kModeBlock;
-  t.Do(MnuScale);
-  EXPECT_TRUE(t.ui.modals.empty());
 }
 
-TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuardedRunFindsNoTableOrItCameFromAFile) {
-  CustomLoggerApp t(Settings());
+TEST(ScaleCommand,
+     RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuardedRunFindsNoTableOrItCameFromAFile) {
+  CustomLoggerApp t;
   for (int i = 0; i <= 10; ++i) {
     t.app->s.scales.ScaleTable[i] = Cell::OfNumber(10 * i);
     t.app->s.scales.ScaleSlope[i] = Cell::OfNumber(10);
   }
-  t.Download();
-  EXPECT_EQ(t.Values().front(), 12.5);
-  EXPECT_EQ(t.app->s.record.RecordUnitText, "mV");
-  t.app->s.record.RecordSaved = 1;
+  t.DownloadAll();
+  SampleRecord& r = t.app->s.record;
+  EXPECT_EQ(std::tuple(t.Values().front(), r.RecordUnitText), std::tuple(12.5, "mV"));
+  r.RecordSaved = 1;
   t.ui.onModal = [&t](DialogId d) {
     ASSERT_EQ(d, DialogId::custom);
     EnterNewProfile(t);
@@ -121,11 +90,9 @@ TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuarded
   t.Do(MnuScale);
   const std::vector<double> rescaled = t.Values();
   EXPECT_EQ(rescaled, std::vector<double>(rescaled.size(), 1.25));  // 0 + 5 * 0.25
-  EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
-  EXPECT_EQ(t.app->s.record.RecordSaved.Value(), 0);
-  EXPECT_EQ(t.w().Label16.caption, "en67");
-  EXPECT_EQ(t.w().Label16.foreColor, kYellow);
-  EXPECT_TRUE(t.w().mnuSaveTXT.enabled);
+  EXPECT_EQ(std::tuple(r.RecordUnitText, r.RecordSaved.Value(), t.w().Label16.caption,
+                       t.w().Label16.foreColor, t.w().mnuSaveTXT.enabled),
+            std::tuple("bar", 0.0, "en67", kYellow, true));
 
   // The record stays a model 32 record; the logger now says it is a 10 V one, whose
   // dialog is cancelled: the guarded run ends on the invalid table.
@@ -143,7 +110,7 @@ TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuarded
   t.app->s.logger.ModelCode = 32;
   t.Do([&t] { WriteRecordFile(*t.app, t.dir + "/rec.txt", false); });
   t.Do([&t] { ReadRecordFile(*t.app, t.dir + "/rec.txt"); });
-  ASSERT_EQ(t.app->s.record.RecordFromFile, 1);
+  ASSERT_EQ(r.RecordFromFile, 1);
   const std::vector<double> opened = t.Values();
   t.ui.onModal = [&t](DialogId) {
     ProfileView(*t.app, F::Custom).Text[5].caption = "99";
@@ -151,8 +118,7 @@ TEST(ScaleCommand, RescalesTheDownloadedRecordThroughTheNewProfileUnlessAGuarded
     ProfileOk(*t.app, F::Custom);
   };
   t.Do(MnuScale);
-  EXPECT_EQ(t.Values(), opened);
-  EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
+  EXPECT_EQ(std::tuple(t.Values(), r.RecordUnitText), std::tuple(opened, "bar"));
 }
 
 TEST(ScaleCommand, AProfileSurvivesARestartAndConvertsTheNextDownload) {
@@ -167,9 +133,9 @@ TEST(ScaleCommand, AProfileSurvivesARestartAndConvertsTheNextDownload) {
   }
   CustomLoggerApp t(ini);
   EXPECT_EQ(t.app->s.UnitByModel[32], "bar");
-  t.Download();
-  EXPECT_EQ(t.Values(), std::vector<double>(t.Values().size(), 1.25));
-  EXPECT_EQ(t.app->s.record.RecordUnitText, "bar");
+  t.DownloadAll();
+  EXPECT_EQ(std::tuple(t.Values(), t.app->s.record.RecordUnitText),
+            std::tuple(std::vector<double>(t.Values().size(), 1.25), "bar"));
 }
 
 }  // namespace

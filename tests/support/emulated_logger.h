@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -29,6 +30,7 @@ struct AppOptions {
   int fahrenheit = 0;
   std::optional<ProbeChoice> lastProbe;  // probe memory entry 11: what a new logger gets
   std::string unit32;                    // the unit of the custom profile (model 32)
+  std::string settings;                  // the whole logger1.ini instead, when not empty
 };
 
 // What the firmware held when it answered a header.
@@ -39,27 +41,25 @@ struct FirmwareTruth {
   double atMs = 0;                  // the program's clock when the header was asked for
 };
 
-// probes.dat: group 1 "AC Probes" with "CT-50" (A rms, 4) in row 1 and "NU-1" (no unit,
-// 2) in row 2; groups 2 and 3 unused.
-inline std::string SmallProbesDat() {
+// probes.dat: three groups of the given titles, each of three sections of ten rows, all
+// "Future","",1 but for the rows given ({group 1..3, row 1..30} -> the row's line).
+inline std::string ProbesDatText(const std::vector<std::string>& titles,
+                                 const std::map<std::pair<int, int>, std::string>& rows) {
   std::ostringstream f;
-  const char* titles[3] = {"AC Probes", "Future", "Future"};
-  for (int g = 0; g < 3; ++g) {
-    f << '"' << titles[g] << "\"\n";
-    for (int section = 1; section <= 3; ++section) {
-      f << "\"Section " << section << "\"\n";
-      for (int r = 1; r <= 10; ++r) {
-        if (g == 0 && section == 1 && r == 1) {
-          f << "\"CT-50\",\"A rms\",4\n";
-        } else if (g == 0 && section == 1 && r == 2) {
-          f << "\"NU-1\",\"\",2\n";
-        } else {
-          f << "\"Future\",\"\",1\n";
-        }
-      }
+  for (int g = 1; g <= 3; ++g) {
+    f << '"' << titles[g - 1] << "\"\n";
+    for (int n = 1; n <= 30; ++n) {
+      if (n % 10 == 1) f << "\"Section " << n / 10 + 1 << "\"\n";
+      f << (rows.count({g, n}) ? rows.at({g, n}) : "\"Future\",\"\",1") << "\n";
     }
   }
   return f.str();
+}
+
+// Group 1 "AC Probes" with "CT-50" (A rms, 4) in row 1 and "NU-1" (no unit, 2) in row 2.
+inline std::string SmallProbesDat() {
+  return ProbesDatText({"AC Probes", "Future", "Future"},
+                       {{{1, 1}, "\"CT-50\",\"A rms\",4"}, {{1, 2}, "\"NU-1\",\"\",2"}});
 }
 
 inline std::string SettingsText(int baud, const AppOptions& o) {
@@ -75,7 +75,8 @@ struct EmulatedLoggerApp : TestApp {
   explicit EmulatedLoggerApp(const sim::LoggerConfig& config, const AppOptions& options = {})
       : line(config, 0.0) {
     WriteTwoLanguageFile();  // strings read "en<n>"
-    WriteFile("logger1.ini", SettingsText(options.appBaud, options));
+    WriteFile("logger1.ini",
+              options.settings.empty() ? SettingsText(options.appBaud, options) : options.settings);
     WriteFile("probes.dat", SmallProbesDat(), true);
     transport.peer = [this](const std::string& bytes, double now, int baud, int stopBits) {
       std::vector<TimedReply> out;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -27,48 +26,28 @@ void VirtualScheduler::At(double ms, std::function<void()> fn) {
 }
 
 void VirtualScheduler::Every(double intervalMs, std::function<void()> fn) {
-  auto shared = std::make_shared<std::function<void()>>(std::move(fn));
+  // Each firing sets the next, at whole intervals from now; the next one holds the tick.
   auto tick = std::make_shared<std::function<void(double)>>();
-  *tick = [this, intervalMs, shared, weak = std::weak_ptr<std::function<void(double)>>(tick)](double at) {
-    auto self = weak.lock();
-    At(at + intervalMs, [self, at, intervalMs] { (*self)(at + intervalMs); });
-    (*shared)();
+  *tick = [this, intervalMs, fn = std::move(fn), weak = std::weak_ptr(tick)](double at) {
+    At(at + intervalMs, [self = weak.lock(), at, intervalMs] { (*self)(at + intervalMs); });
+    fn();
   };
-  const double first = now_ + intervalMs;
-  At(first, [tick, first] { (*tick)(first); });
+  At(now_ + intervalMs, [tick, first = now_ + intervalMs] { (*tick)(first); });
 }
-
-bool VirtualScheduler::PopDue(double limit, std::function<void()>& out, double& at) {
-  auto first = events_.begin();
-  if (first == events_.end() || first->first.first > limit) return false;
-  at = first->first.first;
-  out = std::move(first->second);
-  events_.erase(first);
-  return true;
-}
-
-void VirtualScheduler::RunFor(double ms) { RunUntil(now_ + ms); }
 
 void VirtualScheduler::RunUntil(double ms) {
-  std::function<void()> fn;
-  double at = 0;
-  while (PopDue(ms, fn, at)) {
-    if (at > now_) now_ = at;
+  while (!events_.empty() && events_.begin()->first.first <= ms) {
+    now_ = std::max(now_, events_.begin()->first.first);
+    const std::function<void()> fn = std::move(events_.begin()->second);
+    events_.erase(events_.begin());
     fn();
   }
-  if (ms > now_) now_ = ms;
-}
-
-void FakeTimers::StartTimer(const std::string& name, int intervalMs, std::function<void()> action) {
-  intervals[name] = intervalMs;
-  s_.Every(intervalMs, std::move(action));
+  now_ = std::max(now_, ms);
 }
 
 void FakeTransport::Open(int portNumber) {
-  auto f = openFaults.find(portNumber);
-  if (f != openFaults.end()) throw Fault(f->second);
+  if (auto f = openFaults.find(portNumber); f != openFaults.end()) throw Fault(f->second);
   open_ = true;
-  openPort_ = portNumber;
   opened.push_back(portNumber);
 }
 
@@ -86,19 +65,18 @@ void FakeTransport::Write(const std::vector<std::uint8_t>& bytes) {
   const std::string text(bytes.begin(), bytes.end());
   written.push_back({s_.now_ms(), baud, stopBits, text});
   if (!peer) return;
-  for (const TimedReply& r : peer(text, s_.now_ms() / 1000.0, baud, stopBits)) {
-    const std::uint64_t id = nextId_++;
-    pending_[id] = {r.atSeconds * 1000.0, r.byte};
-    s_.At(r.atSeconds * 1000.0, [this, id] { Deliver(id); });
-  }
+  for (const TimedReply& r : peer(text, s_.now_ms() / 1000.0, baud, stopBits))
+    Arrive(r.atSeconds * 1000.0, r.byte);
 }
 
 void FakeTransport::Inject(double atMs, const std::string& bytes) {
-  for (char c : bytes) {
-    const std::uint64_t id = nextId_++;
-    pending_[id] = {atMs, static_cast<std::uint8_t>(c)};
-    s_.At(atMs, [this, id] { Deliver(id); });
-  }
+  for (char c : bytes) Arrive(atMs, static_cast<std::uint8_t>(c));
+}
+
+void FakeTransport::Arrive(double atMs, std::uint8_t byte) {
+  const std::uint64_t id = nextId_++;
+  pending_[id] = {atMs, byte};
+  s_.At(atMs, [this, id] { Deliver(id); });
 }
 
 void FakeTransport::Deliver(std::uint64_t id) {
@@ -112,22 +90,16 @@ void FakeTransport::Deliver(std::uint64_t id) {
 void FakeTransport::Settle(double seconds) {
   const double limit = s_.now_ms() + seconds * 1000.0;
   std::vector<std::uint64_t> due;
-  for (auto& [id, p] : pending_) {
+  for (auto& [id, p] : pending_)
     if (p.first <= limit) due.push_back(id);
-  }
   for (std::uint64_t id : due) Deliver(id);
 }
 
 MsgAnswer ScriptedUi::Message(const MessageRequest& request) {
   messages.push_back(request);
   if (answer) return answer(request);
-  switch (request.buttons) {
-    case MsgButtons::Ok:
-    case MsgButtons::OkCancel:
-      return MsgAnswer::Ok;
-    default:
-      return MsgAnswer::Yes;
-  }
+  const bool ok = request.buttons == MsgButtons::Ok || request.buttons == MsgButtons::OkCancel;
+  return ok ? MsgAnswer::Ok : MsgAnswer::Yes;
 }
 
 namespace {
@@ -140,6 +112,17 @@ std::string NextAnswer(std::vector<std::string>& answers, const char* what) {
   answers.erase(answers.begin());
   if (path.empty()) throw Fault(kFaultCancel);
   return path;
+}
+
+template <auto view>
+bool Shown(const Views& v) {
+  return (v.*view).visible;
+}
+
+std::string MakeTempDir() {
+  std::string dir = ::testing::TempDir() + "/quillet-XXXXXX";
+  if (!mkdtemp(dir.data())) throw std::runtime_error("mkdtemp failed");
+  return dir;
 }
 }  // namespace
 
@@ -155,90 +138,30 @@ std::string ScriptedUi::SaveFileDialog(const std::string& filter) {
 
 void ScriptedUi::ShowModal(DialogId dialog) {
   modals.push_back(dialog);
-  if (onModal) {
-    onModal(dialog);
-  } else if (app) {
-    // By default the user takes the first language, confirms the clock as it stands and
-    // cancels every other dialog.
-    switch (dialog) {
-      case DialogId::langfrm:
-        LangfrmChoose(*app, 1), LangfrmOk(*app);
-        break;
-      case DialogId::frmPort:
-        FrmPortCancel(*app);
-        break;
-      case DialogId::about2:
-        About2Close(*app);
-        break;
-      case DialogId::frmTimeset:
-        SetClock(*app);
-        break;
-      case DialogId::Func1:
-        ProbeDialogCancel(*app, 1);
-        break;
-      case DialogId::FUNC2:
-        ProbeDialogCancel(*app, 2);
-        break;
-      case DialogId::FUNC3:
-        ProbeDialogCancel(*app, 3);
-        break;
-      case DialogId::Describe:
-        DescribeCancel(*app);
-        break;
-      case DialogId::SaveOpt:
-        SaveOptCancel(*app);
-        break;
-      default:  // dialogs whose tests answer them themselves
-        break;
-    }
-  }
+  if (onModal) onModal(dialog);
   if (!app) return;
-  const Views& v = app->v;
-  bool open = false;
-  switch (dialog) {
-    case DialogId::frmPort:
-      open = v.frmPort.visible;
-      break;
-    case DialogId::langfrm:
-      open = v.langfrm.visible;
-      break;
-    case DialogId::about2:
-      open = v.about2.visible;
-      break;
-    case DialogId::frmTimeset:
-      open = v.frmTimeset.visible;
-      break;
-    case DialogId::Func1:
-      open = v.Func1.visible;
-      break;
-    case DialogId::FUNC2:
-      open = v.FUNC2.visible;
-      break;
-    case DialogId::FUNC3:
-      open = v.FUNC3.visible;
-      break;
-    case DialogId::Describe:
-      open = v.Describe.visible;
-      break;
-    case DialogId::SaveOpt:
-      open = v.SaveOpt.visible;
-      break;
-    default:
-      break;  // dialogs whose tests answer them themselves
-  }
-  if (open) ADD_FAILURE() << "a modal dialog was left open by the test's user";
+  // By default the user takes the first language, confirms the clock as it stands and
+  // cancels every other dialog; the tests of the other dialogs answer them themselves.
+  struct Default {
+    void (*answer)(App&);
+    bool (*open)(const Views&);
+  };
+  static const std::map<DialogId, Default> defaults = {
+      {DialogId::langfrm, {[](App& a) { LangfrmChoose(a, 1), LangfrmOk(a); }, Shown<&Views::langfrm>}},
+      {DialogId::frmPort, {FrmPortCancel, Shown<&Views::frmPort>}},
+      {DialogId::about2, {About2Close, Shown<&Views::about2>}},
+      {DialogId::frmTimeset, {SetClock, Shown<&Views::frmTimeset>}},
+      {DialogId::Func1, {[](App& a) { ProbeDialogCancel(a, 1); }, Shown<&Views::Func1>}},
+      {DialogId::FUNC2, {[](App& a) { ProbeDialogCancel(a, 2); }, Shown<&Views::FUNC2>}},
+      {DialogId::FUNC3, {[](App& a) { ProbeDialogCancel(a, 3); }, Shown<&Views::FUNC3>}},
+      {DialogId::Describe, {DescribeCancel, Shown<&Views::Describe>}},
+      {DialogId::SaveOpt, {SaveOptCancel, Shown<&Views::SaveOpt>}},
+  };
+  const auto d = defaults.find(dialog);
+  if (d == defaults.end()) return;
+  if (!onModal) d->second.answer(*app);
+  if (d->second.open(app->v)) ADD_FAILURE() << "a modal dialog was left open by the test's user";
 }
-
-namespace {
-std::string MakeTempDir() {
-  std::string tmpl = ::testing::TempDir() + "/quillet-XXXXXX";
-  std::vector<char> buf(tmpl.begin(), tmpl.end());
-  buf.push_back('\0');
-  const char* d = mkdtemp(buf.data());
-  if (!d) throw std::runtime_error("mkdtemp failed");
-  return d;
-}
-}  // namespace
 
 TestApp::TestApp(DateTime start)
     : dir(MakeTempDir()), clock(sched, start), timers(sched), poster(sched), transport(sched) {
@@ -260,9 +183,7 @@ void TestApp::WriteFile(const std::string& name, const std::string& content, boo
 
 std::string TestApp::ReadFile(const std::string& name) const {
   std::ifstream in(dir + "/" + name, std::ios::binary);
-  std::ostringstream ss;
-  ss << in.rdbuf();
-  return ss.str();
+  return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 bool TestApp::FileExists(const std::string& name) const { return std::filesystem::exists(dir + "/" + name); }
@@ -299,9 +220,8 @@ int FaultOf(const std::function<void()>& action) {
 
 std::vector<double> TestApp::RequestTimes(char letter) const {
   std::vector<double> t;
-  for (const WrittenBytes& w : transport.written) {
+  for (const WrittenBytes& w : transport.written)
     if (w.bytes == std::string{'\0', letter}) t.push_back(w.atMs);
-  }
   return t;
 }
 

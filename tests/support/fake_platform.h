@@ -20,46 +20,38 @@ class VirtualScheduler {
   void At(double ms, std::function<void()> fn);
   void Every(double intervalMs, std::function<void()> fn);
   // Runs every event due up to now + ms, in time order; events may nest calls to this.
-  void RunFor(double ms);
+  void RunFor(double ms) { RunUntil(now_ + ms); }
   void RunUntil(double ms);
   void RunReady() { RunUntil(now_); }
 
  private:
-  // Ordered by due time, then by the order they were set: equal times run first come,
-  // first served.
+  // By due time, then in the order set: equal times run first come, first served.
   using Key = std::pair<double, long>;
-  bool PopDue(double limit, std::function<void()>& out, double& at);
   double now_ = 0;
   long seq_ = 0;
   std::map<Key, std::function<void()>> events_;
 };
 
-class FakeClock : public Clock {
- public:
-  explicit FakeClock(const VirtualScheduler& s, DateTime start) : s_(s), start_(start) {}
+struct FakeClock : Clock {
+  FakeClock(const VirtualScheduler& s, DateTime start) : s_(s), start_(start) {}
   DateTime Now() const override { return start_ + s_.now_ms() / 86400000.0; }
-
- private:
   const VirtualScheduler& s_;
   DateTime start_;
 };
 
-class FakeTimers : public TimerService {
- public:
+struct FakeTimers : TimerService {
   explicit FakeTimers(VirtualScheduler& s) : s_(s) {}
-  void StartTimer(const std::string& name, int intervalMs, std::function<void()> action) override;
+  void StartTimer(const std::string& name, int intervalMs, std::function<void()> action) override {
+    intervals[name] = intervalMs;
+    s_.Every(intervalMs, std::move(action));
+  }
   std::map<std::string, int> intervals;
-
- private:
   VirtualScheduler& s_;
 };
 
-class FakePoster : public EventPoster {
- public:
+struct FakePoster : EventPoster {
   explicit FakePoster(VirtualScheduler& s) : s_(s) {}
   void Post(std::function<void()> work) override { s_.At(s_.now_ms(), std::move(work)); }
-
- private:
   VirtualScheduler& s_;
 };
 
@@ -70,8 +62,7 @@ struct TimedReply {
 
 struct WrittenBytes {
   double atMs;
-  int baud;
-  int stopBits;
+  int baud, stopBits;
   std::string bytes;
 };
 
@@ -99,10 +90,10 @@ class FakeTransport : public ByteTransport {
   int baud = 0, stopBits = 0;
 
  private:
+  void Arrive(double atMs, std::uint8_t byte);
   void Deliver(std::uint64_t id);
   VirtualScheduler& s_;
   bool open_ = false;
-  int openPort_ = 0;
   std::uint64_t nextId_ = 0;
   std::map<std::uint64_t, std::pair<double, std::uint8_t>> pending_;
 };

@@ -36,15 +36,6 @@ class RecordingSurface : public DrawSurface {
   }
   void TextAt(double x, double y, const std::string& text) override { texts.push_back({x, y, text, font}); }
 
-  // Lines drawn in the given colour, in order.
-  std::vector<LineCall> LinesIn(int colour) const {
-    std::vector<LineCall> out;
-    for (const LineCall& l : lines) {
-      if (l.colour == colour) out.push_back(l);
-    }
-    return out;
-  }
-
   int clears = 0;
   std::string font;
   std::vector<LineCall> lines;
