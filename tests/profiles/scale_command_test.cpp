@@ -18,9 +18,20 @@ using F = ProfileFamily;
 // A model 32 logger on the line whose input reads 12.5 units (250 counts, position 1.25
 // on the axis), and the program started with the given logger1.ini, by default unit "mV".
 struct CustomLoggerApp : testing::EmulatedLoggerApp {
-  explicit CustomLoggerApp(const std::string& settings = "")
-      : EmulatedLoggerApp({.modelCode = 32, .signal = {.level = 12.5}, .elapsedAtStart = 300},
-                          {.unit32 = "mV", .settings = settings}) {}
+  explicit CustomLoggerApp(const std::string& settings = "") : EmulatedLoggerApp(Logger(), Options(settings)) {}
+  static sim::LoggerConfig Logger() {
+    sim::LoggerConfig c;
+    c.modelCode = 32;
+    c.signal.level = 12.5;
+    c.elapsedAtStart = 300;
+    return c;
+  }
+  static testing::AppOptions Options(const std::string& settings) {
+    testing::AppOptions o;
+    o.unit32 = "mV";
+    o.settings = settings;
+    return o;
+  }
   // Finds the logger and downloads its memory; no live poll falls between header and block.
   void DownloadAll() {
     Run(6100);
