@@ -66,6 +66,20 @@ inline void CheckNoInternalError(const testing::ScriptedUi& ui) {
   }
 }
 
+// What the user was asked and shown by the last input: a program kept from input to input
+// forgets it, so the logs do not grow over a long run.
+inline void ClearUiLog(testing::ScriptedUi& ui) {
+  ui.messages.clear();
+  ui.modals.clear();
+  ui.help.clear();
+  ui.fileAnswers.clear();
+  ui.fileFilters.clear();
+  ui.saveAnswers.clear();
+  ui.saveFilters.clear();
+  ui.fatal.clear();
+  ui.ended = false;
+}
+
 // A started application with the shipped files and English chosen.
 struct StartedApp : testing::TestApp {
   StartedApp() {
@@ -74,6 +88,11 @@ struct StartedApp : testing::TestApp {
     WriteSettings(1, 1, 1200, 0, 0);
     Start();
     if (ui.ended || !ui.fatal.empty()) Broken("the start-up failed");
+  }
+  // For a program kept from one input to the next; a fault that ended it stays with its input.
+  void NextInput() {
+    ClearUiLog(ui);
+    app->ended = false;
   }
 };
 
@@ -97,9 +116,7 @@ struct OfflineApp {
     app->s = *startState;
     app->v = *startViews;
     app->ended = false;
-    ui.fatal.clear();
-    ui.ended = false;
-    ui.messages.clear();
+    ClearUiLog(ui);
     app->port.SetRThreshold(0);
     app->port.Input();
   }

@@ -8,11 +8,8 @@
 QUILLET_FUZZ_TARGET(probes) {
   using namespace quillet;
   static fuzz::StartedApp t;
-  t.ui.fatal.clear();
-  t.ui.messages.clear();
+  t.NextInput();  // a missing or short file ends the program: the next input starts again
   t.ui.fileAnswers.assign(3, "");  // a file dialog after a failed read is cancelled
-  t.ui.ended = false;
-  t.app->ended = false;  // a missing or short file ends the program: the next input starts again
   t.WriteFile("probes.dat", std::string(reinterpret_cast<const char*>(data), size), true);
   t.app->s.logger.ModelCode = 16;
   t.Do([&] { LoadProbeTable(*t.app); });

@@ -12,13 +12,10 @@ QUILLET_FUZZ_TARGET(profile) {
   using namespace quillet;
   if (size < 1) return 0;
   static fuzz::StartedApp t;
-  t.ui.fatal.clear();
-  t.ui.messages.clear();
-  t.ui.ended = false;
-  t.app->ended = false;
+  t.NextInput();
   const auto family = static_cast<ProfileFamily>(data[0] % kProfileFamilies);
   const std::string path = t.dir + "/fuzzed";
-  t.WriteFile("fuzzed", std::string(reinterpret_cast<const char*>(data + 1), size - 1), true);
+  t.WriteFile("fuzzed", std::string(reinterpret_cast<const char*>(data + 1), size - 1));
   t.Do([&] { OpenProfileDialog(*t.app, family); });
   t.Do([&] { ProfileClearAll(*t.app, family); });
   t.ui.fileAnswers = {path, "", "", ""};  // a save asked on the way is cancelled

@@ -11,8 +11,7 @@
 QUILLET_FUZZ_TARGET(record_file) {
   using namespace quillet;
   static fuzz::StartedApp t;  // one started program; each input replaces its record
-  t.ui.fatal.clear();
-  t.ui.messages.clear();
+  t.NextInput();
   t.ui.fileAnswers.assign(3, "");  // a file dialog after a failed read is cancelled
   t.WriteFile("rec.txt", std::string(reinterpret_cast<const char*>(data), size));
   t.Do([&] { ReadRecordFile(*t.app, t.dir + "/rec.txt"); });
